@@ -1,0 +1,3 @@
+#include "vendor_tmp.h"
+
+const char* qortv_vendor_tmp(void) { return "/mnt/vendor/tmp"; }

@@ -1,0 +1,16 @@
+/** BML data broadcasting. Part of the TV middleware client library. */
+#pragma once
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** A message with `i4_count` integers, which live for the call. */
+typedef void (*a_qortvapi_bml_msg_nfy_fct)(int32_t i4_code, void* pv_tag, const int32_t* pi4_data, int32_t i4_count);
+int32_t a_qortvapi_bml_reg_msg_callback(a_qortvapi_bml_msg_nfy_fct pf_callback, void* pv_tag);
+
+#ifdef __cplusplus
+}
+#endif

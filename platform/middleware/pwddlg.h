@@ -1,0 +1,16 @@
+/** Password dialog. Part of the TV middleware client library. */
+#pragma once
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** The dialog is to be shown, changed or closed. */
+typedef void (*a_qortvapi_pwddlg_nfy_fct)(int32_t i4_msg_type, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
+int32_t a_qortvapi_pwddlg_register_msg_callback(a_qortvapi_pwddlg_nfy_fct pf_callback, void* pv_tag);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,16 @@
+/** Time-shifted playback. Part of the TV middleware client library. */
+#pragma once
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** The time-shift state or position changed. */
+typedef void (*a_qortvapi_timeshift_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2);
+int32_t a_qortvapi_timeshift_register_callback(a_qortvapi_timeshift_nfy_fct pf_callback, void* pv_tag);
+
+#ifdef __cplusplus
+}
+#endif
