@@ -1,0 +1,84 @@
+#define LOG_TAG "QorTvApiChannelListImpl(service)"
+
+#include "QorTvApiShareMemory.h"
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "log.h"
+
+namespace qortvapi {
+
+QorTvApiShareMemory::QorTvApiShareMemory(const ::android::hardware::hidl_handle& handle,
+                                         uint32_t size)
+    : m_handle(handle), m_size(size) {
+    m_ion_fd = ion_open();
+    if (m_ion_fd < 0) {
+        TVAPI_LOG("ion_open failed:%d", m_ion_fd);
+        return;
+    }
+    const native_handle_t* native_handle = m_handle.getNativeHandle();
+    if (native_handle != nullptr && native_handle->numFds > 0) {
+        m_share_fd = native_handle->data[0];
+    } else {
+        TVAPI_LOG("getNativeHandle null");
+    }
+    const int ret = ion_import(m_ion_fd, m_share_fd, &m_ion_handle);
+    if (ret < 0) {
+        TVAPI_DEBUG("ion_import failed:%d %d ret=%d(%s)", m_ion_fd, m_share_fd, ret,
+                    strerror(errno));
+    }
+    TVAPI_DEBUG("2, m_ion_fd:%d, m_share_fd:%d", m_ion_fd, m_share_fd);
+    m_status = 0;
+}
+
+QorTvApiShareMemory::~QorTvApiShareMemory() {
+    commit();
+    TVAPI_DEBUG("~");
+}
+
+// A dma-buf refuses to be mapped beyond its end. A file does not: it would fault, and take the
+// service with it, where the middleware writes behind the last page.
+bool QorTvApiShareMemory::isShorterThanRegion() const {
+    struct stat buffer = {};
+    return fstat(m_share_fd, &buffer) == 0 && S_ISREG(buffer.st_mode) &&
+           static_cast<uint64_t>(buffer.st_size) < m_size;
+}
+
+void* QorTvApiShareMemory::getPointer() {
+    if (m_address != nullptr) return m_address;
+    if (isShorterThanRegion()) {
+        m_address = MAP_FAILED;
+        errno = EINVAL;
+    } else {
+        m_address = mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_SHARED, m_share_fd, 0);
+    }
+    if (m_address == MAP_FAILED) {
+        __android_log_print(ANDROID_LOG_ERROR, LOG_TAG, "mmap failed: %s\n", strerror(errno));
+        return nullptr;
+    }
+    return m_address;
+}
+
+void QorTvApiShareMemory::commit() {
+    TVAPI_DEBUG("commit %d %d", m_ion_fd, m_share_fd);
+    if (m_address != nullptr) {
+        if (m_address != MAP_FAILED) munmap(m_address, m_size);
+        m_address = nullptr;
+        if (m_ion_fd != 0 && ion_is_legacy(m_ion_fd) != 0) {
+            const int ret = ion_free(m_ion_fd, m_ion_handle);
+            if (ret < 0) TVAPI_LOG("ion_close failed:%d", ret);
+        }
+    }
+    m_share_fd = -1;
+    if (m_ion_fd >= 0) {
+        const int ret = ion_close(m_ion_fd);
+        if (ret < 0) TVAPI_LOG("ion_close failed:%d %d", m_ion_fd, ret);
+        m_ion_fd = -1;
+    }
+}
+
+}  // namespace qortvapi

@@ -1,0 +1,25 @@
+#define LOG_TAG "hh_qortvapi_dfmngr"
+
+#include "hhandler/fan_out.h"
+#include "hhandler/registration.h"
+#include "log.h"
+#include "middleware/dfmngr.h"
+
+namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
+namespace {
+
+void _ch_logo_reg_nfy_fct(int32_t i4_callback_type, void* pv_tag, int32_t i4_arg1, int32_t i4_arg2,
+                          int32_t i4_arg3, int32_t i4_arg4) {
+    const FanOut clients(LOG_TAG);
+    TVAPI_DEBUG("i4_callback_type = %d, %p\n", i4_callback_type, pv_tag);
+    clients.call(&IQorTvApiCallback::notifyChannelLogo, i4_callback_type, pv_tag, i4_arg1, i4_arg2,
+                 i4_arg3, i4_arg4);
+}
+
+}  // namespace
+
+int32_t hh_a_qortvapi_dfmngr_init() {
+    return a_qortvapi_ch_logo_reg_callback(_ch_logo_reg_nfy_fct, registrationTag(1111));
+}
+
+}  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

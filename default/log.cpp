@@ -1,0 +1,3 @@
+#include "log.h"
+
+uint8_t mTvApiDebug = 1;

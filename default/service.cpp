@@ -1,0 +1,13 @@
+/** The TV API service: connects to the TV middleware and offers it to the applications. */
+#include <hidl/HidlTransportSupport.h>
+
+#include "startup.h"
+
+int main() {
+    using namespace vendor::corvanta::tv::qortvapi::V1_0::implementation;
+    Services services = startServices();
+    ::android::hardware::joinRpcThreadpool();
+    // Not reached while the service works.
+    while (!services.empty()) services.pop_back();
+    return 0;
+}

@@ -1,0 +1,80 @@
+/** What every notification handler has in common, checked in one place. */
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "service_fixture.h"
+
+/** What a handler is expected to do with the notification of a test. */
+struct ExpectedFanOut {
+    std::string handler;
+    std::string tag;
+    std::string call;                       // as a RecordingClient writes it down
+    std::vector<std::string> debug_lines;   // only while debugging is on
+    std::vector<std::string> always_lines;  // after those
+};
+
+inline std::vector<LogLine> linesOf(const ExpectedFanOut& expected, bool debugging) {
+    std::vector<LogLine> lines;
+    for (const std::string& text : expected.debug_lines) {
+        if (debugging) lines.push_back(debugLine(expected.tag, expected.handler, text));
+    }
+    for (const std::string& text : expected.always_lines) {
+        lines.push_back(debugLine(expected.tag, expected.handler, text));
+    }
+    return lines;
+}
+
+/**
+ * Sends a notification with debugging on and off, to no client, and to two of which the first that
+ * is called fails: the failure is logged whatever the debug level, and the other client is called.
+ */
+inline void checkFanOut(const ExpectedFanOut& expected, LogCapture& log,
+                        const std::function<void()>& notify) {
+    const sp<QorTvApiImpl> impl = new QorTvApiImpl();
+    QorTvApiImpl::getCallbackHandlers().clear();
+    for (const bool debugging : {true, false}) {
+        SCOPED_TRACE(debugging ? "debugging" : "not debugging");
+        mTvApiDebug = debugging ? 1 : 0;
+        log.take();
+        notify();
+        EXPECT_EQ(log.take(), linesOf(expected, debugging)) << "without a client";
+
+        impl->setCallback(new RecordingClient());
+        impl->setCallback(new RecordingClient());
+        std::vector<RecordingClient*> clients;  // in the order of the map
+        for (const auto& entry : QorTvApiImpl::getCallbackHandlers()) {
+            clients.push_back(static_cast<RecordingClient*>(entry.second.get()));
+        }
+        clients.front()->status = Status::fromStatusT(::android::DEAD_OBJECT);
+        log.take();
+        notify();
+        std::vector<LogLine> lines = linesOf(expected, debugging);
+        lines.push_back(
+                debugLine(expected.tag, expected.handler, clients.front()->status.description()));
+        EXPECT_EQ(log.take(), lines) << "with a failing client";
+        for (const RecordingClient* client : clients) {
+            EXPECT_EQ(client->calls(), std::vector<std::string>{expected.call});
+        }
+        EXPECT_EQ(QorTvApiImpl::getCallbackHandlers().size(), 2u) << "a failure removes nobody";
+        QorTvApiImpl::getCallbackHandlers().clear();
+    }
+}
+
+/**
+ * Runs `init`, a module's registration function, and returns the handler that it passes to
+ * `Register` with `tag`. A module may use one registration call for two handlers.
+ */
+template <auto Register, typename Handler>
+Handler registeredHandler(int32_t (*init)(), uintptr_t tag) {
+    Handler found = nullptr;
+    switchboard::Switchboard tv;
+    tv.on<Register>([&](Handler handler, void* its_tag) {
+        if (its_tag == reinterpret_cast<void*>(tag)) found = handler;
+        return 0;
+    });
+    init();
+    return found;
+}
