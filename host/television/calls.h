@@ -1,0 +1,60 @@
+/** The groups of middleware functions that the television answers: each plugs its functions into a
+ * switchboard. */
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core.h"
+#include "middleware/records.h"
+#include "middleware/result_codes.h"
+#include "switchboard.h"
+
+namespace television {
+
+/** All take a core that outlives the switchboard. */
+void plugBringUp(switchboard::Switchboard& board);
+void plugChannelIds(switchboard::Switchboard& board);
+void plugChannels(switchboard::Switchboard& board, Core& core);
+void plugBulkReads(switchboard::Switchboard& board, Core& core);
+void plugQueries(switchboard::Switchboard& board, Core& core);
+void plugChannelWrites(switchboard::Switchboard& board, Core& core);
+void plugSnapshots(switchboard::Switchboard& board, Core& core);
+void plugFavourites(switchboard::Switchboard& board, Core& core);
+void plugInstallation(switchboard::Switchboard& board, Core& core);
+void plugBissKeys(switchboard::Switchboard& board, Core& core);
+
+/** List handles: the kind in the upper half, the list (and favourite list) in the lower. */
+enum HandleKind : uint32_t {
+    kServiceListHandle = 0x51,
+    kMultiplexListHandle = 0x52,
+    kFavouriteListHandle = 0x53,
+    kSatelliteListHandle = 0x54,
+    kLogicalChannelListHandle = 0x55,
+    kBissKeyListHandle = 0x56,
+};
+constexpr uint32_t makeHandle(HandleKind kind, uint32_t id) {
+    return kind << 16 | id;
+}
+/** The list id of a handle of that kind, 0 for any other value. */
+constexpr uint32_t handleId(uint32_t handle, HandleKind kind) {
+    return handle >> 16 == kind ? handle & 0xFFFF : 0;
+}
+
+/** Whether an address that a client gave can be written at all: it is neither null nor what mmap
+ * fails with. */
+inline bool writable(const void* address) {
+    return address != nullptr && address != reinterpret_cast<const void*>(~uintptr_t{0});
+}
+
+/** Writes a value through a pointer that may be null. */
+template <typename T, typename V>
+void put(T* to, V value) {
+    if (writable(to)) *to = static_cast<T>(value);
+}
+
+/** Writes a service and its multiplex where they are wanted. */
+void putPair(const ChannelList& list, const SVL_REC_T& record, SVL_REC_T* service,
+             TSL_REC_T* multiplex);
+
+}  // namespace television

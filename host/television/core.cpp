@@ -1,0 +1,165 @@
+#include "core.h"
+
+#include <cstring>
+
+#include "log.h"
+#include "middleware/broadcast.h"
+#include "middleware/channellist.h"
+#include "middleware/result_codes.h"
+#include "middleware/svctx.h"
+#include "scan_merge.h"
+#include "service_context.h"
+
+namespace television {
+namespace {
+
+/** How long the television waits for clients that hold a list still. */
+constexpr std::chrono::milliseconds kPatience{2000};
+
+/** The handlers that hear of channel lists. */
+std::array<RegistrationKey, 2> channelListRegistrations() {
+    return {registration<&a_qortvapi_channellist_register_callback>(),
+            registration<&a_qortvapi_tvprovider_channellist_register_callback>()};
+}
+
+void addChannelListEvents(std::vector<Event>& events, const ChannelList& list, int32_t code,
+                          uint32_t channelId) {
+    const auto count = static_cast<uint32_t>(list.services.size());
+    for (const RegistrationKey key : channelListRegistrations()) {
+        events.push_back({key, code, {list.id, count, channelId, 0}});
+    }
+}
+
+/** Records have no padding, so their bytes tell. */
+template <typename Record>
+bool sameRecords(const std::vector<Record>& a, const std::vector<Record>& b) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(Record)) == 0);
+}
+
+/** Selects a channel in place of one that is gone: the first that is shown. */
+void chooseCurrent(ChannelLists& lists) {
+    if (lists.current[1] != 0 && lists.listOf(lists.current[1]) == nullptr) lists.current[1] = 0;
+    if (lists.listOf(lists.current[0]) != nullptr) return;
+    lists.current[0] = 0;
+    for (const ChannelList& list : lists.lists) {
+        for (const Service& service : list.services) {
+            if ((service.record.ui4_nw_mask & SB_VNET_VISIBLE) == 0) continue;
+            lists.current[0] = service.record.ui4_channel_id;
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+void Change::list(const ChannelList& list, int32_t code, uint32_t channelId) {
+    stored.lists.insert(list.id);
+    addChannelListEvents(events, list, code, channelId);
+}
+
+void Change::service(const ChannelList& list, uint32_t channelId, int32_t code) {
+    stored.services.insert({list.id, channelId});
+    addChannelListEvents(events, list, code, channelId);
+}
+
+void Change::favourites(const ChannelList& list) {
+    stored.favourites.insert(list.id);
+    addChannelListEvents(events, list, CHANNEL_LIST_NFY_FAVOURITES, 0);
+}
+
+void Change::satellites(const ChannelLists& lists, uint16_t recordId) {
+    stored.satellites = true;
+    events.push_back({registration<&a_qortvapi_bisskey_register_callback>(),
+                      BISSKEY_NFY_SATELLITES_CHANGED,
+                      {SATL_ID_MAIN, static_cast<uint32_t>(lists.satellites.size()), recordId, 0}});
+}
+
+void Change::bissKeys(const ChannelLists& lists, uint16_t recordId) {
+    stored.bissKeys = true;
+    events.push_back({registration<&a_qortvapi_bisskey_register_callback>(),
+                      BISSKEY_NFY_KEYS_CHANGED,
+                      {BSL_ID_MAIN, static_cast<uint32_t>(lists.bissKeys.size()), recordId, 0}});
+}
+
+void Change::networks(const ChannelList& list, uint16_t recordId) {
+    stored.lists.insert(list.id);
+    events.push_back({registration<&a_qortvapi_nwl_update_register_callback>(),
+                      NETWORK_LIST_NFY_CHANGED,
+                      {list.id, static_cast<uint32_t>(list.networks.size()), recordId, 0}});
+}
+
+void Change::selection(const ChannelLists& lists, size_t window) {
+    stored.settings = true;
+    const uint32_t channelId = lists.current[window];
+    const ChannelList* list = lists.listOf(channelId);
+    const uint32_t listId = list == nullptr ? 0 : list->id;
+    const uint32_t context = window == 0 ? kMainContext : kSubContext;
+    events.push_back({registration<&c_svctx_set_listener>(context),
+                      SVCTX_COND_SERVICE_CHANGED,
+                      {SVCTX_CODE_SERVICE_SELECTED, SVCTX_STREAM_ALL, 0, 0}});
+    events.push_back({registration<&a_qortvapi_broadcast_register_callback>(),
+                      BROADCAST_NFY_CHANNEL_CHANGED,
+                      {channelId, static_cast<uint32_t>(window), listId, 0}});
+}
+
+Core::Core(const std::string& stateFolder) : mStore(stateFolder) {
+    mStore.load(mLists, mIdentities);
+    registrations.onFirst([this](RegistrationKey key) { announce(key); });
+}
+
+void Core::finish(const Change& change) {
+    // Only changes write, and this is the one that runs: the lists stand still here.
+    mStore.save(mLists, mIdentities, change.stored);
+    for (const Event& event : change.events) notifier.post(event);
+}
+
+void Core::merge(const ScanResult& scan) {
+    const DatabaseLock::Turn turn(channelLock, kPatience);
+    if (!turn.inTime()) {
+        LOG_TV_WARN(
+                "a client has locked the channel lists for more than {} ms: loading them anyway",
+                kPatience.count());
+    }
+    std::lock_guard<std::mutex> writer(mWriter);
+    ChannelLists merged = mergeScan(mLists, scan, mIdentities);
+    const std::array<uint32_t, 2> before = merged.current;
+    chooseCurrent(merged);
+    Change change;
+    for (const ChannelList& list : merged.lists) {
+        change.stored.lists.insert(list.id);
+        if (!sameRecords(list.networks, mLists.list(list.id)->networks)) change.networks(list, 0);
+    }
+    if (!sameRecords(merged.satellites, mLists.satellites)) change.satellites(merged, 0);
+    for (size_t window = 0; window < before.size(); ++window) {
+        if (before[window] != merged.current[window]) change.selection(merged, window);
+    }
+    {
+        std::unique_lock<std::shared_mutex> lock(mMutex);
+        mLists = std::move(merged);
+    }
+    finish(change);
+    {
+        std::lock_guard<std::mutex> lock(mAnnounceMutex);
+        ++mLoads;
+    }
+    for (const RegistrationKey key : channelListRegistrations()) announce(key);
+}
+
+void Core::announce(RegistrationKey key) {
+    const auto keys = channelListRegistrations();
+    if (!(key == keys[0]) && !(key == keys[1])) return;
+    if (registrations.empty(key)) return;
+    const uint32_t channels = read([](const ChannelLists& lists) {
+        size_t count = 0;
+        for (const ChannelList& list : lists.lists) count += list.services.size();
+        return static_cast<uint32_t>(count);
+    });
+    std::lock_guard<std::mutex> lock(mAnnounceMutex);
+    uint32_t& announced = mAnnounced[key];
+    if (announced == mLoads) return;
+    announced = mLoads;
+    notifier.post({key, CHANNEL_LIST_NFY_LOADED, {0, channels, 0, 0}});
+}
+
+}  // namespace television

@@ -1,0 +1,109 @@
+/** What all calls of the television work on: the lists under their locks, the store, the
+ * notifications. */
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <shared_mutex>
+#include <string>
+#include <utility>
+
+#include "database_lock.h"
+#include "identities.h"
+#include "lists.h"
+#include "notifier.h"
+#include "registrations.h"
+#include "store.h"
+
+namespace television {
+
+/** What one change did: what to write, and whom to tell. */
+class Change {
+  public:
+    Changes stored;
+    std::vector<Event> events;
+
+    /** A list and all in it is to be written; channel-list and TV-provider handlers hear of it. */
+    void list(const ChannelList& list, int32_t code, uint32_t channelId = 0);
+    /** One service is to be written, and told of. */
+    void service(const ChannelList& list, uint32_t channelId, int32_t code);
+    /** Favourites are to be written, and told of. */
+    void favourites(const ChannelList& list);
+    void satellites(const ChannelLists& lists, uint16_t recordId);
+    void bissKeys(const ChannelLists& lists, uint16_t recordId);
+    void networks(const ChannelList& list, uint16_t recordId);
+    /** Another channel is selected in a window (0 main, 1 sub). */
+    void selection(const ChannelLists& lists, size_t window);
+};
+
+/** Copies of a list or of the satellites that a client can go back to. */
+struct Snapshots {
+    static constexpr size_t kMost = 16;
+
+    std::map<uint32_t, ChannelList> lists;
+    std::map<uint32_t, std::vector<SATL_REC_T>> satellites;
+    uint32_t last = 0;  ///< id given last
+};
+
+/**
+ * Threads: reads share `mMutex`; a change takes `mWriter` for its whole length and `mMutex` only
+ * while the lists change, so that nobody reads while nothing changes but nobody waits for the disk.
+ * Handlers are called on the notifier's thread with none of these held.
+ */
+class Core {
+  public:
+    explicit Core(const std::string& stateFolder);
+
+    /** Runs `read(lists)`, during which the lists stand still, and answers its result. */
+    template <typename Read>
+    auto read(Read read) const {
+        std::shared_lock<std::shared_mutex> lock(mMutex);
+        return read(static_cast<const ChannelLists&>(mLists));
+    }
+
+    /**
+     * Runs `apply(lists, identities, change)`, which changes the lists and says in `change` what it
+     * did, then writes and tells. Answers the result of `apply`, which must leave the lists alone
+     * when negative.
+     */
+    template <typename Apply>
+    int32_t change(Apply apply) {
+        std::lock_guard<std::mutex> writer(mWriter);
+        Change change;
+        int32_t result;
+        {
+            std::unique_lock<std::shared_mutex> lock(mMutex);
+            result = apply(mLists, mIdentities, change);
+        }
+        finish(change);
+        return result;
+    }
+
+    /** Brings the lists into line with a scan, in the television's turn of the database lock. */
+    void merge(const struct ScanResult& scan);
+
+    /** Tells a registration of channel-list updates that the lists are loaded, once for each load
+     * and not before the first handler. */
+    void announce(RegistrationKey key);
+
+    Registrations registrations;
+    Notifier notifier{registrations};
+    DatabaseLock channelLock;
+    DatabaseLock satelliteLock;
+    DatabaseLock bissLock;
+    Snapshots snapshots;  ///< to be used within `change` only
+
+  private:
+    void finish(const Change& change);
+
+    mutable std::shared_mutex mMutex;
+    std::mutex mWriter;
+    ChannelLists mLists;     // changed with both locks, read with either
+    Identities mIdentities;  // guarded by mWriter
+    Store mStore;            // guarded by mWriter
+    std::mutex mAnnounceMutex;
+    uint32_t mLoads = 0;                             // guarded by mAnnounceMutex
+    std::map<RegistrationKey, uint32_t> mAnnounced;  // guarded by mAnnounceMutex
+};
+
+}  // namespace television

@@ -1,0 +1,55 @@
+/** The descriptors of PMT, SDT and NIT that the television reads. Views are a descriptor's content,
+ * without tag and length. */
+#pragma once
+
+#include <string>
+
+#include "byte_view.h"
+#include "multiplex.h"
+
+namespace television {
+
+constexpr uint8_t kDescriptorConditionalAccess = 0x09;
+constexpr uint8_t kDescriptorLanguage = 0x0A;
+constexpr uint8_t kDescriptorNetworkName = 0x40;
+constexpr uint8_t kDescriptorServiceList = 0x41;
+constexpr uint8_t kDescriptorSatellite = 0x43;
+constexpr uint8_t kDescriptorCable = 0x44;
+constexpr uint8_t kDescriptorService = 0x48;
+constexpr uint8_t kDescriptorTeletext = 0x56;
+constexpr uint8_t kDescriptorSubtitling = 0x59;
+constexpr uint8_t kDescriptorTerrestrial = 0x5A;
+constexpr uint8_t kDescriptorPrivateData = 0x5F;
+constexpr uint8_t kDescriptorAc3 = 0x6A;
+constexpr uint8_t kDescriptorEnhancedAc3 = 0x7A;
+constexpr uint8_t kDescriptorDts = 0x7B;
+constexpr uint8_t kDescriptorAac = 0x7C;
+constexpr uint8_t kDescriptorExtension = 0x7F;
+constexpr uint8_t kDescriptorLogicalChannel = 0x83;
+
+/** Service descriptor: type, provider and name. */
+struct ServiceDescriptor {
+    uint8_t type = 0;
+    std::string provider;
+    std::string name;
+};
+ServiceDescriptor readService(ByteView content);
+
+/** Reads a delivery-system descriptor into `delivery`; false, with nothing written, when `tag` is
+ * none or it is too short. */
+bool readDelivery(uint8_t tag, ByteView content, Delivery& delivery);
+
+/** One entry of a logical-channel descriptor. */
+struct LogicalChannel {
+    uint16_t serviceId;
+    bool visible;
+    uint16_t number;
+};
+/** The logical channel at byte `at` (entries have four bytes), as the private-data specifier in
+ * force defines it. */
+LogicalChannel readLogicalChannel(ByteView content, size_t at, uint32_t specifier);
+
+/** Subtitles in a teletext descriptor: its pages of the two subtitle types. */
+unsigned teletextSubtitles(ByteView content);
+
+}  // namespace television

@@ -1,0 +1,62 @@
+/** What a transport stream tells of itself, as plain data: the parser's result. */
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace television {
+
+constexpr uint16_t kNoPid = 0x1FFF;
+
+/** One service: what PAT, PMT and SDT say of it. Texts are UTF-8. */
+struct ParsedService {
+    uint16_t serviceId = 0;
+    std::string name;
+    std::string provider;
+    uint8_t type = 0;  ///< service_type of the service descriptor
+    bool scrambled = false;
+    bool visible = true;
+    uint16_t lcn = 0;  ///< logical channel number; 0 when there is none
+    uint16_t pmtPid = kNoPid;
+    uint16_t pcrPid = kNoPid;
+    uint16_t videoPid = kNoPid;
+    uint16_t audioPid = kNoPid;
+    uint8_t videoStreamType = 0;
+    uint8_t audioStreamType = 0;
+    unsigned audioCount = 0;
+    unsigned subtitleCount = 0;
+    std::string audioLanguage;  ///< ISO 639-2, of the first audio stream
+};
+
+/** A delivery-system descriptor, in the units and codes of the records. */
+struct Delivery {
+    uint8_t medium = 0;  ///< BRDCST_MEDIUM_…
+    uint32_t frequencyKhz = 0;
+    uint32_t symbolRate = 0;
+    uint32_t bandwidthHz = 0;
+    uint8_t modulation = 0;
+    uint8_t fecInner = 0;
+    uint8_t polarization = 0;
+    bool dvbS2 = false;
+    uint16_t orbitalPosition = 0;  ///< tenths of a degree
+    bool east = false;
+};
+
+/** One multiplex. */
+struct ParsedMultiplex {
+    std::string source;  ///< file name without folder
+    uint16_t transportStreamId = 0;
+    uint16_t originalNetworkId = 0;
+    uint16_t networkId = 0;
+    uint8_t networkVersion = 0;
+    unsigned networkStreams = 0;  ///< transport streams that the NIT lists; 0 without a NIT
+    std::string networkName;
+    Delivery delivery;
+    std::vector<ParsedService> services;
+    uint32_t packets = 0;
+    uint32_t damagedPackets = 0;
+    uint32_t damagedSections = 0;
+};
+
+}  // namespace television

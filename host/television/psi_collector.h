@@ -1,0 +1,36 @@
+/** Gathers the tables of one transport stream from its packets, with libdvbpsi. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "multiplex.h"
+
+namespace television {
+
+/**
+ * Takes packets in stream order and answers what their tables say. Packets and sections that are
+ * damaged are skipped and counted. One thread at a time; no process-wide state.
+ */
+class PsiCollector {
+  public:
+    PsiCollector();
+    ~PsiCollector();
+    PsiCollector(const PsiCollector&) = delete;
+    PsiCollector& operator=(const PsiCollector&) = delete;
+
+    /** Takes one packet of 188 bytes. */
+    void push(const uint8_t* packet);
+
+    /** Whether PAT, SDT, NIT and the PMT of every program have arrived. */
+    bool complete() const;
+
+    /** What has arrived: services by program number, named "Program N" where nothing names them. */
+    ParsedMultiplex multiplex() const;
+
+  private:
+    class Decoders;
+    std::unique_ptr<Decoders> mDecoders;
+};
+
+}  // namespace television

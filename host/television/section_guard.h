@@ -1,0 +1,24 @@
+/**
+ * Checks the lengths inside a section before the table decoder believes them. The checksum says
+ * that a section arrived as it was sent, not that its sender wrote sensible lengths.
+ */
+#pragma once
+
+#include "byte_view.h"
+
+namespace television {
+
+/** The table ids that the television reads. */
+constexpr uint8_t kTablePat = 0x00;
+constexpr uint8_t kTablePmt = 0x02;
+constexpr uint8_t kTableNitActual = 0x40;
+constexpr uint8_t kTableSdtActual = 0x42;
+
+/**
+ * Whether every loop and descriptor of a section ends within the one around it. `payload` is what
+ * lies between the section's eight-byte header and its checksum. Tables that the television does
+ * not read are not looked into.
+ */
+bool sectionIsSound(uint8_t tableId, ByteView payload);
+
+}  // namespace television

@@ -1,0 +1,17 @@
+/** The handles of the television's service contexts and of power control. */
+#pragma once
+
+#include <cstdint>
+
+namespace television {
+
+/** "main_svctx" and "sub_svctx": the main and the sub window. */
+constexpr uint32_t kMainContext = 0x5C01;
+constexpr uint32_t kSubContext = 0x5C02;
+constexpr uint32_t kPowerControlHandle = 0x9C01;
+
+constexpr bool isServiceContext(uint32_t handle) {
+    return handle == kMainContext || handle == kSubContext;
+}
+
+}  // namespace television

@@ -1,0 +1,63 @@
+/** SQLite connections and statements that close themselves and throw on failure. */
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace television {
+
+/** A failure of the database; the text is SQLite's. */
+class SqliteError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+struct SqliteCloser {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+};
+using SqliteDatabase = std::unique_ptr<sqlite3, SqliteCloser>;
+
+/** Runs SQL that gives no rows. */
+void execute(sqlite3* database, const char* sql);
+
+/** A prepared statement, used as: bind all, then step until false, or run once; then bind anew. */
+class SqliteStatement {
+  public:
+    SqliteStatement(sqlite3* database, const char* sql);
+    ~SqliteStatement() { sqlite3_finalize(mStatement); }
+    SqliteStatement(const SqliteStatement&) = delete;
+    SqliteStatement& operator=(const SqliteStatement&) = delete;
+
+    /** Binds integers to the parameters from the first on. */
+    template <typename... T>
+    SqliteStatement& bind(T... values) {
+        int index = 0;
+        (bindInteger(++index, static_cast<int64_t>(values)), ...);
+        return *this;
+    }
+    /** Binds bytes, which must live until the statement has run. */
+    SqliteStatement& bindBytes(int index, const void* data, size_t size);
+
+    /** Goes to the next row; false when there is none. */
+    bool step();
+    /** Runs a statement that gives no rows, and makes it ready for the next bindings. */
+    void run();
+
+    /** A column of the row, from 0. */
+    int64_t integer(int column) { return sqlite3_column_int64(mStatement, column); }
+    /** The bytes of a column when there are exactly `size`, else null; good until the next step. */
+    const void* bytes(int column, size_t size);
+
+  private:
+    void bindInteger(int index, int64_t value);
+    void check(int result);
+
+    sqlite3* mDatabase;
+    sqlite3_stmt* mStatement = nullptr;
+};
+
+}  // namespace television

@@ -1,0 +1,164 @@
+#include "television.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "calls.h"
+#include "core.h"
+#include "folder_watch.h"
+#include "log.h"
+#include "stream_folder.h"
+#include "vendor_tmp.h"
+
+namespace television {
+namespace {
+
+/** In the order in which the service looks for them. */
+constexpr const char* kReadinessFiles[] = {"dtv_svc_is_ready", "tv_api_is_init"};
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+std::string defaultStateFolder() {
+    const std::string state = environment("XDG_STATE_HOME");
+    if (!state.empty()) return state + "/qortv";
+    const std::string home = environment("HOME");
+    return home.empty() ? ":memory:" : home + "/.local/state/qortv";
+}
+
+}  // namespace
+
+Options Options::fromEnvironment() {
+    Options options;
+    options.streams = environment("QORTV_STREAMS");
+    options.state = environment("QORTV_STATE");
+    if (options.state.empty()) options.state = defaultStateFolder();
+    options.readiness = qortv_vendor_tmp();
+    return options;
+}
+
+/** All that runs between start and stop. */
+class Television::Parts {
+  public:
+    explicit Parts(const Options& options) : mCore(options.state), mFolder(options.streams) {
+        plugRegistrations(mBoard, mCore.registrations);
+        plugBringUp(mBoard);
+        plugChannelIds(mBoard);
+        plugChannels(mBoard, mCore);
+        plugBulkReads(mBoard, mCore);
+        plugQueries(mBoard, mCore);
+        plugChannelWrites(mBoard, mCore);
+        plugSnapshots(mBoard, mCore);
+        plugFavourites(mBoard, mCore);
+        plugInstallation(mBoard, mCore);
+        plugBissKeys(mBoard, mCore);
+        // Before the first load, so that nothing that changes meanwhile is missed.
+        if (options.watch && !options.streams.empty()) {
+            mWatch = std::make_unique<FolderWatch>(options.streams, options.calm);
+        }
+    }
+
+    ~Parts() {
+        if (mWatch != nullptr) mWatch->stop();
+        if (mWatcher.joinable()) mWatcher.join();
+        mCore.notifier.stop();
+    }
+
+    void load() {
+        if (mFolder.path().empty()) {
+            LOG_TV_WARN("QORTV_STREAMS names no folder: the television receives nothing");
+            mCore.merge({});
+            return;
+        }
+        std::lock_guard<std::mutex> lock(mLoading);
+        mCore.merge(mFolder.scan());
+    }
+
+    void run(std::chrono::milliseconds tick) {
+        mCore.notifier.start(tick);
+        if (mWatch == nullptr) return;
+        mWatcher = std::thread([this] {
+            while (mWatch->wait()) load();
+        });
+    }
+
+  private:
+    Core mCore;
+    StreamFolder mFolder;  // guarded by mLoading
+    std::mutex mLoading;
+    std::unique_ptr<FolderWatch> mWatch;
+    std::thread mWatcher;
+    switchboard::Switchboard
+            mBoard;  ///< last, so that its functions are unplugged before all else goes
+};
+
+Television::Television(Options options) : mOptions(std::move(options)) {}
+
+Television::~Television() {
+    stop();
+}
+
+void Television::removeReadiness() const {
+    if (mOptions.readiness.empty()) return;
+    for (const char* name : kReadinessFiles) {
+        const std::string path = mOptions.readiness + "/" + name;
+        if (unlink(path.c_str()) != 0 && errno != ENOENT && errno != ENOTDIR) {
+            LOG_TV_ERROR("cannot remove the old readiness file {}: {}", path, std::strerror(errno));
+        }
+    }
+}
+
+void Television::writeReadiness() const {
+    const std::string& folder = mOptions.readiness;
+    if (folder.empty()) return;
+    for (size_t at = folder.find('/', 1); at != std::string::npos; at = folder.find('/', at + 1)) {
+        mkdir(folder.substr(0, at).c_str(), 0755);
+    }
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+        LOG_TV_ERROR(
+                "cannot make the folder {} for the readiness files: {} (QORTV_VENDOR_TMP names "
+                "another)",
+                folder, std::strerror(errno));
+        return;
+    }
+    for (const char* name : kReadinessFiles) {
+        const std::string path = folder + "/" + name;
+        const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+        if (file < 0) {
+            LOG_TV_ERROR("cannot write the readiness file {}: {}", path, std::strerror(errno));
+        } else {
+            close(file);
+        }
+    }
+}
+
+void Television::start() {
+    if (mParts != nullptr) return;
+    removeReadiness();
+    mParts = std::make_unique<Parts>(mOptions);
+    mParts->load();
+    mParts->run(mOptions.tick);
+    writeReadiness();
+}
+
+void Television::stop() {
+    if (mParts == nullptr) return;
+    removeReadiness();
+    mParts.reset();
+}
+
+void Television::reload() {
+    if (mParts != nullptr) mParts->load();
+}
+
+}  // namespace television

@@ -1,0 +1,66 @@
+/**
+ * The software television: the TV middleware of a Linux machine. It receives the transport streams
+ * in a folder, keeps channel lists of them, answers the middleware client's C functions through the
+ * switchboard, and notifies the handlers that clients register.
+ */
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace television {
+
+struct Options {
+    std::string streams;    ///< folder of `.ts` files, one for each multiplex; empty: none
+    std::string state;      ///< folder of the database, made when missing; ":memory:" keeps nothing
+    std::string readiness;  ///< folder of the readiness files, made when missing; empty: none are
+                            ///< written
+    std::chrono::milliseconds tick{1000};  ///< between two notifications of date and time
+    std::chrono::milliseconds calm{
+            300};       ///< without changes in the folder before it is loaded anew
+    bool watch = true;  ///< load anew when the folder changes
+
+    /**
+     * From QORTV_STREAMS, QORTV_STATE (else $XDG_STATE_HOME/qortv, else ~/.local/state/qortv) and
+     * the folder of platform/vendor_tmp.h.
+     */
+    static Options fromEnvironment();
+};
+
+/**
+ * One television; a process has one at a time, since the C functions are the process's. Faults of
+ * the streams or the database never stop it: it goes on with what it has, and its log names the
+ * file.
+ */
+class Television {
+  public:
+    explicit Television(Options options);
+    /** Stops it. No call may still be running in one of its functions. */
+    ~Television();
+    Television(const Television&) = delete;
+    Television& operator=(const Television&) = delete;
+
+    /** Removes readiness files of an earlier run. Done by `start` too; for those who must be sure
+     * of it before. */
+    void removeReadiness() const;
+
+    /** Plugs the functions, loads the streams, writes the readiness files, starts the threads. */
+    void start();
+    /** Ends the threads and unplugs the functions; waits for a running handler. Not from a handler.
+     */
+    void stop();
+
+    /** Loads the streams anew, as a change in the folder does. Any thread, but not a handler. */
+    void reload();
+
+  private:
+    class Parts;
+
+    void writeReadiness() const;
+
+    const Options mOptions;
+    std::unique_ptr<Parts> mParts;  ///< null while stopped
+};
+
+}  // namespace television
