@@ -1,0 +1,20 @@
+// Wrapping of local objects for passthrough use.
+#pragma once
+
+#include <hidl/HidlSupport.h>
+#include <utils/StrongPointer.h>
+
+namespace android::hardware::details {
+
+// The passthrough wrapper of a local object; proxies, wrappers and null come back as they are.
+sp<::android::hidl::base::V1_0::IBase> wrapPassthroughInternal(
+        sp<::android::hidl::base::V1_0::IBase> iface);
+
+template <typename IType, typename = std::enable_if_t<std::is_same<
+                                  i_tag, typename IType::_hidl_tag>::value>>
+sp<IType> wrapPassthrough(sp<IType> iface) {
+    if (iface == nullptr) return nullptr;
+    return static_cast<IType*>(wrapPassthroughInternal(iface).get());
+}
+
+}  // namespace android::hardware::details

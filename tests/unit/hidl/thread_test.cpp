@@ -1,0 +1,86 @@
+// Many callers, few threads.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include <hidl/HidlTransportSupport.h>
+
+#include "ServiceProcess.h"
+
+namespace qortv::test {
+namespace {
+
+using ThreadTest = ServiceTest;
+
+TEST_F(ThreadTest, TwentyClientsWithEightThreads) {
+    startService(8);
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    const int32_t before = service->openDescriptors().withDefault(-1);
+    std::vector<Child> clients;
+    for (int i = 0; i < 20; ++i) clients.push_back(Child({"--callers", "8", "20"}));
+    for (Child& client : clients) {
+        EXPECT_EQ(client.readLine(), "160");
+        EXPECT_EQ(client.wait(), 0);
+    }
+    EXPECT_TRUE(eventually([&] { return service->openDescriptors().withDefault(-1) == before; }));
+    // The bound, and what the sanitizers add to a process.
+    EXPECT_LE(service->threads().withDefault(99), 8 + 2);
+    EXPECT_TRUE(serviceLog().empty());
+}
+
+// A service has as many threads as it was given: that many callers are inside at once, one more waits.
+TEST_F(ThreadTest, PoolGrowsToItsBound) {
+    startService(4);
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    EXPECT_TRUE(service->nothing().isOk());
+    std::vector<std::thread> threads;
+    std::atomic<int> met{0};
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] { met += service->meet(4).withDefault(false); });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(met, 4);
+}
+
+TEST_F(ThreadTest, OneThreadServesEverybodyInTurn) {
+    startService(1);
+    std::vector<Child> clients;
+    for (int i = 0; i < 4; ++i) clients.push_back(Child({"--callers", "3", "50"}));
+    for (Child& client : clients) EXPECT_EQ(client.readLine(), "150");
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    EXPECT_LE(service->threads().withDefault(99), 1 + 2);
+}
+
+// More threads than a session has connections: the rest waits its turn.
+TEST_F(ThreadTest, CallersBeyondTheConnectionsQueue) {
+    startService(4);
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    std::vector<std::thread> threads;
+    std::atomic<int> right{0};
+    for (int i = 0; i < 100; ++i) {
+        threads.emplace_back([&, i] {
+            for (int j = 0; j < 10; ++j) {
+                if (service->echoI64(i * 100 + j).withDefault(-1) == i * 100 + j) ++right;
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(right, 1000);
+    EXPECT_TRUE(serviceLog().empty());
+}
+
+TEST_F(ThreadTest, SchedulingWishesAreChecked) {
+    sp<IEcho> local = new EchoService;
+    EXPECT_TRUE(::android::hardware::setMinSchedulerPolicy(local, SCHED_OTHER, -20));
+    EXPECT_TRUE(::android::hardware::setMinSchedulerPolicy(local, SCHED_FIFO, 99));
+    EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(local, SCHED_FIFO, 0));
+    EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(local, 77, 1));
+    EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(nullptr, SCHED_OTHER, 0));
+}
+
+}  // namespace
+}  // namespace qortv::test
