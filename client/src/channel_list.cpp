@@ -1,0 +1,116 @@
+#include "qortv/channel_list.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+#include "middleware/records.h"
+
+namespace qortv {
+
+namespace {
+
+// A list that is scanned into changes every few milliseconds; one that changes longer than this
+// many reads is not going to hold still.
+constexpr int kAttempts = 20;
+
+// Arguments of the bulk read that mean "no further condition".
+constexpr uint32_t kNoFlags = 0;
+constexpr uint32_t kNoChannel = 0;
+constexpr int32_t kForward = 0;
+
+template <typename Record>
+const Record& recordIn(const android::hardware::hidl_vec<uint8_t>& image) {
+    if (image.size() != sizeof(Record)) {
+        throw Error(Error::Kind::kTransport,
+                    "the service sent a record of " + std::to_string(image.size()) +
+                            " bytes instead of " + std::to_string(sizeof(Record)));
+    }
+    return *reinterpret_cast<const Record*>(image.data());
+}
+
+[[noreturn]] void throwRefused(const std::string& what, int32_t code) {
+    throw Error(Error::Kind::kRefused,
+                "the television refused to " + what + " (code " + std::to_string(code) + ")");
+}
+
+}  // namespace
+
+ChannelList::ChannelList(android::sp<Interface> proxy, uint32_t pageRecords)
+    : mProxy(std::move(proxy)), mPageRecords(std::max(pageRecords, 1U)) {}
+
+std::vector<Channel> ChannelList::read(const ChannelQuery& query) {
+    std::vector<Channel> channels;
+    for (const uint16_t list : query.lists) {
+        const size_t before = channels.size();
+        int attempts = 0;
+        while (!readList(list, query, channels)) {
+            channels.resize(before);
+            if (++attempts == kAttempts) {
+                throw Error(Error::Kind::kRefused, "channel list " + std::to_string(list) +
+                                                           " changed during each of " +
+                                                           std::to_string(kAttempts) + " reads");
+            }
+        }
+    }
+    return channels;
+}
+
+uint32_t ChannelList::count(uint16_t list, const ChannelQuery& query) {
+    const int32_t result = valueOf(mProxy->a_hidl_a_qortvapi_channellist_get_number_by_mask(
+                                           list, kNoFlags, query.mask, query.value, 0, 0),
+                                   "get_number_by_mask");
+    if (result < 0) throwRefused("count the channels of list " + std::to_string(list), result);
+    return static_cast<uint32_t>(result);
+}
+
+// Appends the list's channels; false when it changed meanwhile. One slot more than there are
+// channels is asked for, so that a list that grew shows itself by a page that is full.
+bool ChannelList::readList(uint16_t list, const ChannelQuery& query,
+                           std::vector<Channel>& channels) {
+    const uint32_t expected = count(list, query);
+    if (expected == 0) return true;
+    const uint32_t page = expected < mPageRecords ? expected + 1 : mPageRecords;
+    mServices.reserve(page * sizeof(SVL_REC_T));
+    mMultiplexes.reserve(page * sizeof(TSL_REC_T));
+
+    std::unordered_set<uint32_t> seen;
+    for (uint32_t start = 0;; start += page) {
+        const int32_t result =
+                valueOf(mProxy->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_mask(
+                                list, kNoFlags, kNoChannel, query.mask, query.value, 0, 0, kForward,
+                                start, page, mServices.handle(), mMultiplexes.handle()),
+                        "get_svl_tsl_recs_by_mask");
+        if (result < 0) throwRefused("read channel list " + std::to_string(list), result);
+        const uint32_t filled = std::min(static_cast<uint32_t>(result), page);
+        const auto services = mServices.records<SVL_REC_T>(filled);
+        const auto multiplexes = mMultiplexes.records<TSL_REC_T>(filled);
+        for (uint32_t i = 0; i < filled; ++i) {
+            channels.push_back(toChannel(services[i], multiplexes[i]));
+            if (!seen.insert(channels.back().id).second) return false;
+        }
+        if (filled < page) return seen.size() == expected && count(list, query) == expected;
+    }
+}
+
+std::optional<Channel> ChannelList::current() {
+    std::optional<Channel> channel;
+    check(mProxy->a_hidl_a_qortvapi_channellist_get_current_channel(
+                  [&](uint16_t, const auto& service, const auto& multiplex, int32_t result) {
+                      if (result < 0) return;
+                      channel = toChannel(recordIn<SVL_REC_T>(service),
+                                          recordIn<TSL_REC_T>(multiplex));
+                  }),
+          "get_current_channel");
+    return channel;
+}
+
+void ChannelList::select(uint32_t channelId) {
+    const int32_t result =
+            valueOf(mProxy->a_hidl_a_qortvapi_channellist_set_current_channel(channelId),
+                    "set_current_channel");
+    if (result < 0) throwRefused("select channel id " + std::to_string(channelId), result);
+}
+
+}  // namespace qortv

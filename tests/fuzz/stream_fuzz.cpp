@@ -1,0 +1,177 @@
+/**
+ * Feeds the parser of transport streams with what broadcasters never send. Built with libFuzzer
+ * (QORTV_LIBFUZZER) it takes its inputs from there; otherwise it mutates generated streams for as
+ * many seconds as its argument says, the same ones every time. Faults show through the sanitizers.
+ */
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <random>
+#include <stdexcept>
+#include <vector>
+
+#include "multiplex.h"
+#include "packetizer.h"
+#include "stream_folder.h"
+#include "stream_writer.h"
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+/** Uses what was read, so that nothing unset or too long goes unnoticed. */
+size_t weigh(const television::ParsedMultiplex& multiplex) {
+    size_t sum = multiplex.networkName.size() + multiplex.services.size();
+    for (const television::ParsedService& service : multiplex.services) {
+        for (const std::string* text : {&service.name, &service.provider, &service.audioLanguage}) {
+            for (const char c : *text) {
+                if (c == '\0') std::abort();
+                sum += static_cast<unsigned char>(c);
+            }
+        }
+        if (service.name.empty()) std::abort();
+    }
+    return sum;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    size_t at = 0;
+    try {
+        weigh(television::readMultiplex([&](uint8_t* to, size_t room) {
+            const size_t part = std::min(room, size - at);
+            if (part > 0) std::memcpy(to, data + at, part);
+            at += part;
+            return static_cast<long>(part);
+        }));
+    } catch (const std::runtime_error&) {
+        // No transport stream: that is an answer too.
+    }
+    return 0;
+}
+
+#ifndef QORTV_LIBFUZZER
+namespace {
+
+constexpr size_t kPacket = 188;
+
+struct Section {
+    uint16_t pid;
+    Bytes bytes;
+};
+
+/** The sections of a generated stream: each starts in a packet of its own. */
+std::vector<Section> sectionsOf(const Bytes& stream) {
+    std::vector<Section> sections;
+    std::map<uint16_t, size_t> open;  // PID to the section that is still being read
+    for (size_t at = 0; at + kPacket <= stream.size(); at += kPacket) {
+        const uint8_t* packet = stream.data() + at;
+        const auto pid = static_cast<uint16_t>((packet[1] & 0x1F) << 8 | packet[2]);
+        const bool start = (packet[1] & 0x40) != 0;
+        const bool elementary = packet[5] == 0 && packet[6] == 1;  // not a section
+        if (start && !elementary) {
+            open[pid] = sections.size();
+            sections.push_back({pid, Bytes(packet + 5, packet + kPacket)});
+        } else if (!start && open.count(pid) != 0) {
+            Bytes& bytes = sections[open[pid]].bytes;
+            bytes.insert(bytes.end(), packet + 4, packet + kPacket);
+        }
+    }
+    for (Section& section : sections) {
+        const size_t length = 3u + ((section.bytes[1] & 0x0Fu) << 8 | section.bytes[2]);
+        section.bytes.resize(std::min(section.bytes.size(), length));
+    }
+    return sections;
+}
+
+void fixChecksum(Bytes& section) {
+    if (section.size() < 4) return;
+    uint32_t crc = 0xFFFFFFFF;
+    for (size_t i = 0; i + 4 < section.size(); ++i) {
+        crc ^= uint32_t{section[i]} << 24;
+        for (int bit = 0; bit < 8; ++bit) crc = (crc << 1) ^ ((crc >> 31) != 0 ? 0x04C11DB7u : 0u);
+    }
+    for (size_t i = 0; i < 4; ++i) {
+        section[section.size() - 4 + i] = static_cast<uint8_t>(crc >> (24 - 8 * i));
+    }
+}
+
+/** Changes bytes inside sections and makes their checksums right again, so that the tables are
+ * read. */
+Bytes mutateSections(const std::vector<Section>& seed, std::mt19937& random) {
+    stream_generator::Packetizer packets;
+    for (Section section : seed) {
+        if (random() % 3 == 0) {
+            for (unsigned i = 0; i <= random() % 4; ++i) {
+                const size_t at = random() % section.bytes.size();
+                section.bytes[at] = random() % 2 == 0 ? 0xFF : static_cast<uint8_t>(random());
+            }
+            if (random() % 8 == 0) section.bytes.resize(1 + random() % section.bytes.size());
+            fixChecksum(section.bytes);
+        }
+        if (random() % 16 == 0) section.pid = static_cast<uint16_t>(random() % 0x20);
+        packets.section(section.pid, section.bytes.data(), section.bytes.size());
+    }
+    packets.stuffing(5);
+    return packets.take();
+}
+
+/** Changes, drops and repeats bytes anywhere. */
+Bytes mutateBytes(Bytes stream, std::mt19937& random) {
+    stream.resize(std::min<size_t>(stream.size(), kPacket * 120));
+    for (unsigned i = 0; i <= random() % 30; ++i) {
+        const size_t at = random() % stream.size();
+        switch (random() % 5) {
+            case 0:  // a packet's header
+                stream[at - at % kPacket + random() % 6] = static_cast<uint8_t>(random());
+                break;
+            case 1: {
+                const size_t end = std::min(stream.size(), at + random() % 400);
+                stream.erase(stream.begin() + static_cast<ptrdiff_t>(at),
+                             stream.begin() + static_cast<ptrdiff_t>(end));
+                if (stream.size() < kPacket) return stream;
+                break;
+            }
+            case 2:
+                stream.insert(stream.begin() + static_cast<ptrdiff_t>(at), random() % 300, 0x47);
+                break;
+            default:
+                stream[at] = static_cast<uint8_t>(random());
+        }
+    }
+    return stream;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int seconds = argc > 1 ? std::atoi(argv[1]) : 3;
+    std::vector<Bytes> streams;
+    std::vector<std::vector<Section>> sections;
+    for (const auto& plan : stream_generator::demoPlans()) {
+        streams.push_back(stream_generator::buildStream(plan, stream_generator::demoPlans()));
+        sections.push_back(sectionsOf(streams.back()));
+        if (sections.back().size() < 8) {
+            std::fprintf(stderr, "stream_fuzz: the seed %s has no sections\n",
+                         plan.fileName.c_str());
+            return 1;
+        }
+    }
+    std::mt19937 random(20240131);  // NOLINT: the same mutations every time
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    unsigned runs = 0;
+    for (; std::chrono::steady_clock::now() < end; ++runs) {
+        const size_t seed = random() % streams.size();
+        const Bytes input = runs % 2 == 0 ? mutateSections(sections[seed], random)
+                                          : mutateBytes(streams[seed], random);
+        LLVMFuzzerTestOneInput(input.data(), input.size());
+    }
+    std::printf("%u mutated streams\n", runs);
+    return runs > 0 ? 0 : 1;
+}
+#endif

@@ -1,0 +1,109 @@
+// What a hundred thousand calls and a thousand clients leave behind in the service: nothing.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "qortv/channel_list.h"
+#include "qortv/subscription.h"
+#include "support.h"
+
+namespace integration {
+namespace {
+
+using qortv::ChannelList;
+
+// Growth that a run may show: pages that the allocator and the threads' stacks keep. A leak of one
+// small object a call or a client would be several times that.
+constexpr size_t kSlackKib = 1024;
+
+class IntegrationEndurance : public testing::Test {
+  protected:
+    void SetUp() override {
+        // The address sanitizer keeps freed memory to find late uses; it would look like a leak.
+        const char* options = std::getenv("ASAN_OPTIONS");
+        mStation.environment["ASAN_OPTIONS"] =
+                std::string(options == nullptr ? "" : options) +
+                ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
+        mStation.environment["QORTV_LOG"] = "info";
+        mStation.makeStreams();
+        mStation.startAndWait();
+        mStation.enter();
+    }
+
+    Station mStation;
+};
+
+TEST_F(IntegrationEndurance, ManyCallsLeaveNothingBehind) {
+    const auto proxy = qortv::connect<ChannelList::Interface>();
+    ChannelList list(proxy);
+    const auto channels = list.read();
+    ASSERT_FALSE(channels.empty());
+    const auto call = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            const auto& channel = channels[static_cast<size_t>(i) % channels.size()];
+            if (i % 50 == 0) {
+                ASSERT_EQ(list.read().size(), channels.size());
+            } else if (i % 2 == 0) {
+                int32_t code = -1;
+                qortv::check(
+                        proxy->a_hidl_a_qortvapi_channellist_get_channel_by_id(
+                                channel.id, channel.list,
+                                [&](const auto&, const auto&, int32_t result) { code = result; }),
+                        "get_channel_by_id");
+                ASSERT_EQ(code, 0);
+            } else {
+                ASSERT_EQ(qortv::valueOf(proxy->a_hidl_a_qortvapi_channellist_get_channel_number(
+                                                 channel.id),
+                                         "get_channel_number"),
+                          channel.number);
+            }
+        }
+    };
+    call(10'000);
+    const size_t descriptors = mStation.descriptors();
+    const size_t resident = mStation.residentKib();
+    call(100'000);
+    EXPECT_EQ(mStation.descriptors(), descriptors);
+    EXPECT_LE(mStation.residentKib(), resident + kSlackKib);
+    RecordProperty("resident_before_kib", static_cast<int>(resident));
+    RecordProperty("resident_after_kib", static_cast<int>(mStation.residentKib()));
+}
+
+/** A client's whole life in a process of its own: registers, makes a call, and is gone. */
+bool oneClient() {
+    const pid_t child = fork();
+    if (child == 0) {
+        int status = 1;
+        try {
+            qortv::Listener listener;
+            qortv::Subscription subscription(listener);
+            const auto proxy = qortv::connect<ChannelList::Interface>();
+            status = proxy->a_hidl_a_qortvapi_channellist_get_channel_number(0).isOk() ? 0 : 2;
+            _exit(status);
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "client: %s\n", error.what());
+            _exit(status);
+        }
+    }
+    int status = -1;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(IntegrationEndurance, ManyClientsLeaveNothingBehind) {
+    const size_t idle = mStation.descriptors();
+    for (int i = 0; i < 100; ++i) ASSERT_TRUE(oneClient()) << i;
+    ASSERT_TRUE(eventually([&] { return mStation.descriptors() == idle; }))
+            << mStation.descriptors() << " descriptors instead of " << idle;
+    const size_t resident = mStation.residentKib();
+    for (int i = 0; i < 1'000; ++i) ASSERT_TRUE(oneClient()) << i;
+    EXPECT_TRUE(eventually([&] { return mStation.descriptors() == idle; }))
+            << mStation.descriptors() << " descriptors instead of " << idle;
+    EXPECT_LE(mStation.residentKib(), resident + kSlackKib);
+    RecordProperty("resident_before_kib", static_cast<int>(resident));
+    RecordProperty("resident_after_kib", static_cast<int>(mStation.residentKib()));
+}
+
+}  // namespace
+}  // namespace integration

@@ -1,0 +1,249 @@
+// The command-line client as a person or a script meets it: texts, exit statuses, pipes, signals.
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support.h"
+
+namespace integration {
+namespace {
+
+using nlohmann::json;
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+TEST(IntegrationCtl, HelpIsEverywhereAndHasExamples) {
+    Station station;
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"--help"},
+                                                    {"list", "--help"},
+                                                    {"channels", "--help"},
+                                                    {"select", "--help"},
+                                                    {"watch", "--help"}}) {
+        const auto help = station.ctl(command);
+        EXPECT_EQ(help.status, 0) << command.front();
+        EXPECT_EQ(help.err, "") << command.front();
+        EXPECT_NE(help.out.find("Example"), std::string::npos) << help.out;
+    }
+    const auto help = station.ctl({"--help"});
+    EXPECT_NE(help.out.find("Exit status: 0 done; 1 failed; 2 wrong usage; 3 no service"),
+              std::string::npos);
+}
+
+TEST(IntegrationCtl, WrongUsageIsStatusTwoAndNamesTheMistake) {
+    Station station;
+    const auto expectUsage = [&](const std::vector<std::string>& arguments,
+                                 const std::string& mistake) {
+        const auto outcome = station.ctl(arguments);
+        EXPECT_EQ(outcome.status, 2) << mistake;
+        EXPECT_EQ(outcome.out, "") << mistake;
+        EXPECT_NE(outcome.err.find(mistake), std::string::npos) << outcome.err;
+    };
+    expectUsage({}, "a command is needed: list, channels, select or watch");
+    expectUsage({"tune"}, "tune");
+    expectUsage({"channels", "--colour"}, "--colour");
+    expectUsage({"channels", "--medium", "smoke"}, "smoke");
+    expectUsage({"select"}, "CHANNEL");
+    expectUsage({"watch", "--count", "0"}, "--count");
+    expectUsage({"watch", "--count", "x"}, "--count");
+    expectUsage({"watch", "--for", "-1"}, "--for");
+    expectUsage({"--timeout", "soon", "list"}, "--timeout");
+}
+
+TEST(IntegrationCtl, WithoutAServiceItSaysWhereItLooked) {
+    Station station;
+    const std::string missing =
+            "qortvctl: no service: nothing is registered as "
+            "vendor.corvanta.tv.qortvapi@1.0::IQorTvApiChannelList/default in " +
+            station.runtimeFolder() + "\n";
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"channels"}, {"select", "1"}}) {
+        auto arguments = command;
+        arguments.insert(arguments.begin(), {"--timeout", "0.05"});
+        const auto outcome = station.ctl(arguments);
+        EXPECT_EQ(outcome.status, 3);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, missing);
+    }
+    const auto watch = station.ctl({"watch", "--timeout", "0"});
+    EXPECT_EQ(watch.status, 3);
+    EXPECT_EQ(watch.err,
+              "qortvctl: no service: nothing is registered as "
+              "vendor.corvanta.tv.qortvapi@1.0::IQorTvApi/default in " +
+                      station.runtimeFolder() + "\n");
+    EXPECT_EQ(station.ctl({"list"}).status, 3);
+    EXPECT_EQ(station.ctl({"list", "--json"}).out, "[]\n");
+}
+
+class IntegrationCtlService : public testing::Test {
+  protected:
+    void SetUp() override {
+        mStation.makeStreams();
+        mStation.startAndWait();
+    }
+
+    json channels(std::vector<std::string> arguments = {}) {
+        arguments.insert(arguments.begin(), {"channels", "--json"});
+        return json::parse(mStation.ctl(arguments).out);
+    }
+
+    Station mStation;
+};
+
+TEST_F(IntegrationCtlService, ListShowsTheProcessAndItsThreads) {
+    const auto list = mStation.ctl({"list"});
+    EXPECT_EQ(list.status, 0) << list.err;
+    const auto lines = linesOf(list.out);
+    ASSERT_GE(lines.size(), 3U);
+    EXPECT_EQ(lines[0].rfind("INTERFACE ", 0), 0U);
+    EXPECT_NE(list.out.find("vendor.corvanta.tv.qortvapi@1.0::IQorTvApi "), std::string::npos);
+    EXPECT_EQ(countOf("alive", list.out), lines.size() - 1);
+    for (const auto& service : json::parse(mStation.ctl({"list", "--json"}).out)) {
+        EXPECT_EQ(service["instance"], "default");
+        EXPECT_EQ(service["pid"], mStation.service().pid());
+        EXPECT_EQ(service["alive"], true);
+        EXPECT_EQ(service["maxThreads"], 20);
+    }
+}
+
+TEST_F(IntegrationCtlService, ListSaysWhatIsStale) {
+    const pid_t pid = mStation.service().pid();
+    mStation.service().signal(SIGKILL);
+    mStation.service().wait();
+    const auto list = mStation.ctl({"list"});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(countOf("alive", list.out), 0U);
+    EXPECT_NE(list.out.find("stale: process " + std::to_string(pid) + " is gone"),
+              std::string::npos)
+            << list.out;
+    const auto channels = mStation.ctl({"channels", "--timeout", "0.1"});
+    EXPECT_EQ(channels.status, 3);
+    EXPECT_NE(channels.err.find("(process " + std::to_string(pid) + " was, and is gone)"),
+              std::string::npos)
+            << channels.err;
+}
+
+TEST_F(IntegrationCtlService, ChannelsAreATableAlignedByDisplayWidth) {
+    const auto outcome = mStation.ctl({"channels"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const auto lines = linesOf(outcome.out);
+    ASSERT_EQ(lines.size(), channels().size() + 1);
+    // A wide name takes two columns a character: 5 characters of 3 bytes are 10 columns, so 5 bytes
+    // more than columns stand in front of the next column.
+    const size_t column = lines[0].find("TYPE");
+    ASSERT_NE(column, std::string::npos);
+    for (const auto& line : lines) {
+        const size_t wide = line.find("中央电视台");
+        if (wide != std::string::npos) {
+            EXPECT_EQ(line.substr(column + 5, 2), "hd") << line;
+        }
+        if (line.find("Cable One") != std::string::npos) {
+            EXPECT_EQ(line.substr(column, 2), "hd") << line;
+        }
+    }
+    EXPECT_EQ(countOf("中央电视台", outcome.out), 1U);
+}
+
+TEST_F(IntegrationCtlService, ChannelsCanBeNarrowed) {
+    const auto all = channels();
+    size_t cable = 0;
+    for (const auto& channel : all) cable += channel["medium"] == "cable";
+    ASSERT_GT(cable, 0U);
+    ASSERT_LT(cable, all.size());
+    const auto narrowed = channels({"--medium", "cable"});
+    EXPECT_EQ(narrowed.size(), cable);
+    const auto named = channels({"--filter", "ŁÓDŹ"});
+    ASSERT_EQ(named.size(), 1U);
+    EXPECT_EQ(named[0]["name"], "Kanał Łódź");
+    EXPECT_EQ(channels({"--filter", "no such name"}).size(), 0U);
+}
+
+TEST_F(IntegrationCtlService, SelectTakesNumbersNamesAndParts) {
+    auto outcome = mStation.ctl({"select", "1", "--medium", "terrestrial"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "selected 1 Première\n");
+    outcome = mStation.ctl({"select", "curaçao tv"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "selected 103 Curaçao TV\n");
+    outcome = mStation.ctl({"select", "MOVIES 2", "--json"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(json::parse(outcome.out)["name"], "Movies 2");
+}
+
+TEST_F(IntegrationCtlService, SelectRefusesToGuess) {
+    auto outcome = mStation.ctl({"select", "movies"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_NE(outcome.err.find("'movies' fits 2 channels:"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("Movies 1 (cable)"), std::string::npos) << outcome.err;
+    outcome = mStation.ctl({"select", "no such channel"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qortvctl: no channel has the number or name 'no such channel'\n");
+}
+
+TEST_F(IntegrationCtlService, AClosedPipeIsQuiet) {
+    const auto outcome =
+            run({"/bin/bash", "-c",
+                 std::string("set -o pipefail; '") + QORTVCTL + "' channels | head -n 1"},
+                mStation.environment);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(linesOf(outcome.out).size(), 1U);
+}
+
+TEST_F(IntegrationCtlService, AFullDiskIsAnError) {
+    const auto outcome =
+            run({"/bin/bash", "-c", std::string("'") + QORTVCTL + "' channels >/dev/full"},
+                mStation.environment);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qortvctl: cannot write: No space left on device\n");
+}
+
+TEST_F(IntegrationCtlService, WatchEndsAfterItsCount) {
+    const auto watch = mStation.ctl({"watch", "--count", "2", "--for", "60"});
+    EXPECT_EQ(watch.status, 0) << watch.err;
+    EXPECT_EQ(linesOf(watch.out).size(), 2U);
+    EXPECT_EQ(watch.err, "qortvctl: listening\n");
+    for (const auto& line : linesOf(watch.out)) EXPECT_EQ(line.rfind("notify", 0), 0U) << line;
+}
+
+TEST_F(IntegrationCtlService, WatchFailsWhenItHearsLessThanAskedFor) {
+    const auto watch = mStation.ctl({"watch", "--count", "1000000", "--for", "0.2"});
+    EXPECT_EQ(watch.status, 1);
+    EXPECT_NE(watch.err.find(" of 1000000 notifications in 0.2 s"), std::string::npos) << watch.err;
+    EXPECT_EQ(mStation.ctl({"watch", "--for", "0.2"}).status, 0);
+}
+
+TEST_F(IntegrationCtlService, WatchPrintsJsonLines) {
+    const auto watch = mStation.ctl({"watch", "--json", "--count", "2", "--for", "60"});
+    ASSERT_EQ(watch.status, 0) << watch.err;
+    for (const auto& line : linesOf(watch.out)) {
+        const auto notification = json::parse(line);
+        EXPECT_TRUE(notification["notification"].is_string());
+        EXPECT_TRUE(notification["fields"].is_object());
+    }
+}
+
+TEST_F(IntegrationCtlService, WatchEndsCleanlyWithASignal) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        const auto watch = mStation.startCtl({"watch"});
+        // Lines come as they happen, also into a file or a pipe.
+        ASSERT_TRUE(eventually([&] { return !watch->out().empty(); })) << watch->err();
+        watch->signal(number);
+        EXPECT_EQ(watch->wait(), 0);
+        EXPECT_EQ(watch->err(), "qortvctl: listening\n");
+        EXPECT_EQ(watch->out().back(), '\n');
+    }
+}
+
+}  // namespace
+}  // namespace integration
