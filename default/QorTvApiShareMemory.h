@@ -26,6 +26,10 @@ class QorTvApiShareMemory {
     /** 0 once the device is open, also when the import failed; negative: the region is unusable. */
     int32_t getStatus() const { return m_status; }
 
+    /** Whether there is a buffer to map: false without a device, for a handle without a descriptor,
+     * and after the commit. */
+    bool hasDescriptor() const { return m_share_fd >= 0; }
+
     /**
      * Maps the buffer, readable, writable and shared, and returns its address, the same one in each
      * further call. Returns null on failure; further calls then return the failed mapping's value.

@@ -4,6 +4,17 @@
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
+void* zeroedMemory(int64_t count, size_t size) {
+    const bool fits = count >= 0 && static_cast<uint64_t>(count) <= UINT32_MAX / size;
+    return fits ? calloc(count * size + 1, 1) : nullptr;
+}
+
+void endForLackOfMemory(int64_t count, size_t size, const char* method) {
+    __android_log_assert("array != nullptr", "qortvapi-service",
+                         "%s: no memory for %lld elements of %zu bytes", method,
+                         static_cast<long long>(count), size);
+}
+
 void refuseOversizedImage(size_t length, size_t size, const char* method) {
     __android_log_assert("length <= size", "qortvapi-service",
                          "%s: bounded copy of %zu bytes into a block of %zu", method, length, size);

@@ -1,7 +1,8 @@
 /**
  * What turns an interface method into a call of the middleware function that it is named after.
- * Nothing here allocates: outputs and record images live on the stack of the method, and the
- * transport copies what it is handed while the result callback runs.
+ * Only the arrays whose size the client chooses are allocated: other outputs and record images live
+ * on the stack of the method, and the transport copies what it is handed while the result callback
+ * runs.
  */
 #pragma once
 
@@ -10,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <tuple>
 #include <type_traits>
@@ -17,19 +19,92 @@
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
+using ::android::hardware::hidl_string;
 using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 using ::android::hardware::Void;
 
+/** Zeroed memory for `count` elements of `size` bytes, with a byte of 0 behind it, to free(); null
+ * where there is none. */
+void* zeroedMemory(int64_t count, size_t size);
+
+/** Ends the process: there is no memory for an array that `method` cannot do without. */
+[[noreturn]] void endForLackOfMemory(int64_t count, size_t size, const char* method);
+
+/** A vector that refers to `count` elements at `data`, which must outlive it. */
+template <typename T>
+hidl_vec<T> borrowedVector(T* data, size_t count) {
+    hidl_vec<T> borrowed;
+    borrowed.setToExternal(data, count);
+    return borrowed;
+}
+
 /** A vector that refers to `length` bytes at `data`, which must outlive it. */
 inline hidl_vec<uint8_t> borrowedBytes(const void* data, size_t length) {
-    hidl_vec<uint8_t> bytes;
-    bytes.setToExternal(static_cast<uint8_t*>(const_cast<void*>(data)), length);
-    return bytes;
+    return borrowedVector(static_cast<uint8_t*>(const_cast<void*>(data)), length);
 }
+
+/** A text that refers to `text` up to its first NUL; it must outlive the result. */
+inline hidl_string borrowedText(const char* text) {
+    hidl_string borrowed;
+    borrowed.setToExternal(text, strlen(text));
+    return borrowed;
+}
+
+/** A buffer for a text of at most `Size` bytes, zeroed; reaches the client up to its first NUL. */
+template <size_t Size>
+class FixedText {
+  public:
+    char* data() { return mText; }
+    static constexpr uint32_t size() { return Size; }
+    hidl_string forClient() const { return borrowedText(mText); }
+
+  private:
+    char mText[Size + 1] = {};  // the last byte is never handed out, so there is always a NUL
+};
+
+/**
+ * A zeroed array of a size that the client chose. Where memory is short, or the size is more than
+ * the middleware's 32 bits can say, the process ends; a buffer that is `optional` is null instead.
+ */
+template <typename T>
+class CallerArray {
+  public:
+    enum Kind { kRequired, kOptional };
+
+    explicit CallerArray(int64_t count, Kind kind = kRequired,
+                         const char* method = __builtin_FUNCTION())
+        : mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
+        if (mData == nullptr && kind == kRequired) endForLackOfMemory(count, sizeof(T), method);
+    }
+    ~CallerArray() { free(mData); }
+    CallerArray(const CallerArray&) = delete;
+    CallerArray& operator=(const CallerArray&) = delete;
+
+    T* data() const { return mData; }
+
+  private:
+    T* mData;
+};
+
+/** A buffer for a text of `length` bytes and its NUL; reaches the client up to its first NUL. */
+class CallerText : public CallerArray<char> {
+  public:
+    explicit CallerText(int64_t length, const char* method = __builtin_FUNCTION())
+        : CallerArray(length + 1, kRequired, method) {}
+    hidl_string forClient() const { return borrowedText(data()); }
+};
 
 /** Ends the process: `method` was sent `length` bytes for a block of `size`. */
 [[noreturn]] void refuseOversizedImage(size_t length, size_t size, const char* method);
+
+/** Copies what a client sent to the start of a block of `size` bytes; more than that ends the
+ * process. */
+inline void boundedCopy(void* block, size_t size, const hidl_vec<uint8_t>& bytes,
+                        const char* method = __builtin_FUNCTION()) {
+    if (bytes.size() > size) refuseOversizedImage(bytes.size(), size, method);
+    if (bytes.size() != 0) memcpy(block, bytes.data(), bytes.size());
+}
 
 /**
  * A record that a client sent as bytes: zeroed, then filled by a bounded copy. A vector shorter
@@ -40,10 +115,7 @@ class InputImage {
   public:
     explicit InputImage(const hidl_vec<uint8_t>& bytes, const char* method = __builtin_FUNCTION()) {
         static_assert(std::is_trivially_copyable_v<Record>);
-        if (bytes.size() > sizeof(Record)) {
-            refuseOversizedImage(bytes.size(), sizeof(Record), method);
-        }
-        if (bytes.size() != 0) memcpy(&mRecord, bytes.data(), bytes.size());
+        boundedCopy(&mRecord, sizeof(mRecord), bytes, method);
     }
     operator const Record*() const { return &mRecord; }
 

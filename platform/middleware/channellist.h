@@ -258,7 +258,7 @@ int32_t c_tsl_get_rec(uint32_t ui4_tsl_handle, uint16_t ui2_tsl_rec_id, TSL_REC_
  * Satellite list (SATL_ID_MAIN). qry_rec_id answers the record id at an index. An update of a record
  * that does not exist is TV_NOT_FOUND, or adds it where b_force is set. Its locks count like the
  * database lock. The same holds for the lists below; transport-stream and network lists bear the ids
- * of the service lists.
+ * of the service lists, and what the streams carry comes back into them with the next load.
  */
 int32_t a_qortvapi_satllist_lock_database(uint16_t ui2_satl_id);
 int32_t a_qortvapi_satllist_unlock_database(uint16_t ui2_satl_id);

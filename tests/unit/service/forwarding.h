@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <hidl/HidlSupport.h>
+#include <hidl/Status.h>
 
 #include <cstdint>
 #include <cstring>
@@ -37,6 +38,8 @@ template <typename Argument, typename Parameter>
 Argument distinctArgument(int index, int seed) {
     if constexpr (std::is_same_v<Argument, bool>) {
         return (index + seed) % 2 != 0;
+    } else if constexpr (std::is_enum_v<Argument>) {
+        return static_cast<Argument>(distinctNumber<std::underlying_type_t<Argument>>(index, seed));
     } else if constexpr (std::is_same_v<Argument, hidl_string>) {
         return hidl_string("text " + std::to_string(10 * seed + index));
     } else if constexpr (std::is_same_v<Argument, hidl_vec<uint8_t>>) {
@@ -64,7 +67,8 @@ void expectPassed(const Argument& argument, Parameter parameter) {
 
 /** What the middleware writes into output `index`. */
 template <typename Value>
-Value distinctOutput(int index, int seed) {
+Value distinctOutput([[maybe_unused]] int index, [[maybe_unused]] int seed) {
+    if constexpr (std::is_same_v<Value, bool>) return true;
     Value value;
     memset(&value, 0x11 * (index + 1) + 8 * seed, sizeof(value));
     return value;
@@ -178,8 +182,14 @@ class Forwarding<Result (Interface::*)(Arguments...), FunctionResult (*)(Paramet
         } else {
             const Result result = (implementation.*method)(std::get<I>(mArguments)...);
             EXPECT_TRUE(result.isOk());
-            EXPECT_EQ(static_cast<int32_t>(result), mExpectedResult);
+            // Some methods return a narrower number, or whether it is not 0.
+            EXPECT_EQ(plain(result), static_cast<decltype(plain(result))>(mExpectedResult));
         }
+    }
+
+    template <typename Value>
+    static Value plain(const ::android::hardware::Return<Value>& result) {
+        return result;
     }
 
     const bool mSucceeds;

@@ -1,0 +1,17 @@
+/** Injection of key and pointer events into the graphics layer. */
+#pragma once
+
+#include <cstdint>
+
+namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
+
+/**
+ * Sends one event of `kind` to the input socket in the middleware's folder, over a connection of
+ * its own. Which of the arguments the event carries depends on its kind; kind 1 and unknown ones
+ * are refused. Returns 0 once the event was handed to the socket, even if writing it failed then;
+ * -1 otherwise. Failures are logged. Any thread.
+ */
+int32_t hh_send_key_and_mouse(int32_t kind, int32_t a1, uint32_t a2, int32_t a3, int32_t a4,
+                              int32_t a5, int32_t a6, int32_t a7);
+
+}  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

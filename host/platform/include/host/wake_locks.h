@@ -1,0 +1,36 @@
+/** System wake locks on Linux: the kernel's where it has them, else a table in memory. */
+#pragma once
+
+#include <mutex>
+#include <set>
+#include <string>
+
+namespace host {
+
+/** Wake locks by name. Any thread. */
+class WakeLocks {
+  public:
+    /** `folder` is where the kernel keeps its files wake_lock and wake_unlock. */
+    explicit WakeLocks(std::string folder) : mFolder(std::move(folder)) {}
+
+    /**
+     * Takes or drops the lock `id`. Returns the length of `id`, or a negative errno: that of the
+     * write, and in both places -EINVAL where a lock that nobody holds is dropped.
+     */
+    int acquire(const std::string& id);
+    int release(const std::string& id);
+
+    /** The locks in memory, which is where they are if the kernel's file cannot be opened. A set
+     * that has no such file cannot sleep: there the table is all that is left to look at. */
+    std::set<std::string> held() const;
+
+  private:
+    const std::string mFolder;
+    mutable std::mutex mMutex;
+    std::set<std::string> mHeld;  // guarded by mMutex
+};
+
+/** The locks that acquire_wake_lock and release_wake_lock work on; lives as long as the process. */
+WakeLocks& systemWakeLocks();
+
+}  // namespace host

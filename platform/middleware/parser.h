@@ -1,0 +1,27 @@
+/** Configuration files. Part of the TV middleware client library. */
+#pragma once
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * Files are INI files: `key = value` lines under `[section]` lines, comments after # or ; at the start of a line. A key is
+ * "section:key", or "key" for what stands before the first section; the last of several lines counts. Numbers are decimal
+ * or 0x….
+ * The base file is $QORTV_CONFIG, else config.ini in the state folder ($QORTV_STATE). It is read anew whenever it changed.
+ * TV_NOT_FOUND: no such file or key; TV_FAILED: no file of at most PARSER_FILE_MAX bytes that can be read;
+ * TV_INVALID_ARGUMENT: not a number, or a text that does not fit.
+ */
+enum { PARSER_FILE_MAX = 1 << 20, PARSER_STRING_MAX = 256 };
+int32_t a_qortvapi_get_base_config_file_path(char* ps_path, int16_t i2_length);
+int32_t a_qortvapi_parser_get_signed_config_data(const char* ps_file, const char* ps_key, int32_t* pi4_value);
+int32_t a_qortvapi_parser_get_string_config_data(const char* ps_file, const char* ps_key, char* ps_value, int16_t i2_length);
+int32_t a_qortvapi_parser_get_value(const char* ps_key, int32_t* pi4_value);
+int32_t a_qortvapi_parser_get_string(const char* ps_key, char* ps_value, uint32_t* pui4_length);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,54 @@
+/** The methods of interactive television that only pass on: a row each. */
+#include "core_fixture.h"
+#include "forwarding.h"
+#include "middleware/apptv.h"
+#include "middleware/bml.h"
+#include "middleware/ginga.h"
+#include "middleware/hbbtv.h"
+#include "middleware/highlevel.h"
+
+namespace {
+
+struct Row {
+    const char* function;
+    void (*check)(QorTvApiImpl&, const char*);
+    const char* tag;
+    const char* prefix;  // of the function that writes the entry line
+};
+
+template <auto Method, auto Function>
+void check(QorTvApiImpl& impl, const char* name) {
+    forwarding::Forwarding<decltype(Method), decltype(Function)>::template check<Function>(
+            impl, Method, name);
+}
+
+// clang-format off
+#define ROW(function) \
+    {#function, &check<&QorTvApiImpl::a_hidl_##function, &function>, "QorTvApiImpl(service)", "a_hidl_"}
+#define HBBTV_ROW(function) \
+    {#function, &check<&QorTvApiImpl::a_hidl_##function, &function>, "hh_hbbtv", "hh_"}
+// clang-format on
+
+const Row kRows[] = {
+#include "core_rows_applications.inc"
+};
+
+class ServiceCoreApplicationsForwarding : public CoreTest,
+                                          public testing::WithParamInterface<Row> {};
+
+TEST_P(ServiceCoreApplicationsForwarding, passesArgumentsAndOutputsOn) {
+    const Row& row = GetParam();
+    const std::string writer = std::string(row.prefix) + row.function;
+    row.check(*impl, row.function);
+    EXPECT_EQ(log.take(), std::vector<LogLine>(4, debugLine(row.tag, writer, writer)))
+            << "an entry line for each of the four calls";
+
+    mTvApiDebug = 0;
+    row.check(*impl, row.function);
+    EXPECT_TRUE(log.take().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, ServiceCoreApplicationsForwarding, testing::ValuesIn(kRows),
+                         [](const auto& row) { return std::string(row.param.function); });
+
+}  // namespace
