@@ -1,11 +1,11 @@
-// What a call costs over the runtime, as a ratio to a raw socket ping-pong of the same bytes between
-// the same number of processes, measured in turns in the same run.
+// What a call costs over the runtime, as a ratio to a raw socket ping-pong of the same bytes
+// between the same number of processes, measured in turns in the same run.
 //
-//   runtime_bench [REPETITIONS]
+//   runtime_bench [ROUNDS]
 //
-// Each figure is taken twice: with all processes on one processor, and free. Waking another processor
-// costs more than the call itself on a virtual machine, so only figures of one placement compare.
-// Prints medians; exits with 1 if a ratio is above its goal.
+// Each figure is taken twice: with all processes on one processor, and free. Waking another
+// processor costs more than the call itself on a virtual machine, so only figures of one placement
+// compare. Prints medians; exits with 1 if a ratio is above its goal.
 #include <sched.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -13,31 +13,30 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
+#include <mutex>
 #include <vector>
 
-#include <android/log.h>
 #include <hidl/HidlTransportSupport.h>
 
 #include "EchoService.h"
+#include "ratio.h"
 
 namespace {
 
 using namespace ::qortv::test;
-using Clock = std::chrono::steady_clock;
 
 constexpr int kClients = 20;
 // Bytes on the wire of IEcho::number() and of IListener::notify(), header included: see
 // docs/host-protocol.md. The texts are the interface tokens.
 constexpr size_t kFrameHeader = 40;
-constexpr size_t kCallBytes = kFrameHeader + 24;                      // "qortv.test@1.0::IEcho"
-constexpr size_t kNotifyBytes = kFrameHeader + 28 + 4 + 6 * 8;        // "...::IListener", arguments
-constexpr size_t kAnswerBytes = kFrameHeader + 4 + 4;                 // status, result
+constexpr size_t kCallBytes = kFrameHeader + 24;                // "qortv.test@1.0::IEcho"
+constexpr size_t kNotifyBytes = kFrameHeader + 28 + 4 + 6 * 8;  // "...::IListener", arguments
+constexpr size_t kAnswerBytes = kFrameHeader + 4 + 4;           // status, result
+constexpr size_t kMostBytes = 256;
 
 [[noreturn]] void fail(const char* what) {
     perror(what);
@@ -88,7 +87,7 @@ class RawPeer {
   public:
     RawPeer(size_t question, size_t answer)
         : mQuestion(question), mAnswer(answer), mSocket(openSockets()), mChild([&] {
-              char bytes[4096] = {};
+              char bytes[kMostBytes] = {};
               while (readAll(mTheirs, bytes, question)) {
                   if (send(mTheirs, bytes, answer, MSG_NOSIGNAL) < 0) break;
               }
@@ -107,7 +106,7 @@ class RawPeer {
     }
 
     void roundTrip() {
-        char bytes[4096] = {};
+        char bytes[kMostBytes] = {};
         if (send(mSocket, bytes, mQuestion, MSG_NOSIGNAL) < 0) fail("send");
         if (!readAll(mSocket, bytes, mAnswer)) fail("recv");
     }
@@ -154,42 +153,20 @@ class Collector : public EchoService {
     std::vector<sp<IListener>> listeners;
 };
 
-// Microseconds that one of `count` calls of `body` takes.
-template <typename Body>
-double measure(int count, Body body) {
-    for (int i = 0; i < count / 10; ++i) body();
-    const auto begin = Clock::now();
-    for (int i = 0; i < count; ++i) body();
-    return std::chrono::duration<double, std::micro>(Clock::now() - begin).count() / count;
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Measures both in turns, prints, and says whether the goal is met.
+// Times both in turns, prints, and says whether the goal is met.
 template <typename Raw, typename Runtime>
-bool compare(const char* what, const char* placement, int repetitions, int count, double goal,
-             Raw raw, Runtime runtime) {
-    std::vector<double> rawTimes;
-    std::vector<double> runtimeTimes;
-    std::vector<double> ratios;
-    for (int i = 0; i < repetitions; ++i) {
-        rawTimes.push_back(measure(count, raw));
-        runtimeTimes.push_back(measure(count, runtime));
-        ratios.push_back(runtimeTimes.back() / rawTimes.back());
-    }
-    const double ratio = median(ratios);
-    printf("%-22s %-14s raw %8.2f us  runtime %8.2f us  ratio %.2f  (goal %.1f)%s\n", what,
-           placement, median(rawTimes), median(runtimeTimes), ratio, goal,
-           ratio <= goal ? "" : "  MISSED");
+bool compare(const char* what, bool pinned, int rounds, int iterations, double goal, Raw raw,
+             Runtime runtime) {
+    const bench::Pair pair = bench::inTurns(rounds, iterations, runtime, raw);
+    printf("%-18s %-14s raw %8.2f us  runtime %8.2f us  ratio %.2f  (goal %.1f)%s\n", what,
+           pinned ? "one processor" : "free", pair.peer / 1000, pair.subject / 1000, pair.ratio(),
+           goal, pair.ratio() <= goal ? "" : "  MISSED");
     fflush(stdout);
-    return ratio <= goal;
+    return pair.ratio() <= goal;
 }
 
 // Each placement runs in a process of its own, which then is caller, service, or both.
-bool benchCalls(bool pinned, int repetitions) {
+bool benchCalls(bool pinned, int rounds) {
     pin(pinned);
     RawPeer raw(kCallBytes, kAnswerBytes);
     Child service([] {
@@ -199,14 +176,14 @@ bool benchCalls(bool pinned, int repetitions) {
         ::android::hardware::joinRpcThreadpool();
     });
     sp<IEcho> echo = IEcho::getService();
-    return compare("null call", pinned ? "one processor" : "free", repetitions, 20000,
-                   pinned ? 2.0 : 1.3, [&] { raw.roundTrip(); },
-                   [&] {
-                       if (echo->number().withDefault(0) != 42) fail("number");
-                   });
+    return compare(
+            "null call", pinned, rounds, 20000, pinned ? 2.0 : 1.3, [&] { raw.roundTrip(); },
+            [&] {
+                if (echo->number().withDefault(0) != 42) fail("number");
+            });
 }
 
-bool benchNotifications(bool pinned, int repetitions) {
+bool benchNotifications(bool pinned, int rounds) {
     pin(pinned);
     std::vector<RawPeer> raw;
     for (int i = 0; i < kClients; ++i) raw.emplace_back(kNotifyBytes, kAnswerBytes);
@@ -227,37 +204,38 @@ bool benchNotifications(bool pinned, int repetitions) {
         collector->changed.wait(lock, [&] { return collector->listeners.size() == kClients; });
         listeners = collector->listeners;
     }
-    return compare("20 notifications", pinned ? "one processor" : "free", repetitions, 1000, 1.5,
-                   [&] {
-                       for (RawPeer& peer : raw) peer.roundTrip();
-                   },
-                   [&] {
-                       for (const sp<IListener>& listener : listeners) {
-                           if (listener->notify(1, 2, 3, 4, 5, 6, 7).withDefault(0) != 1) {
-                               fail("notify");
-                           }
-                       }
-                   });
+    return compare(
+            "20 notifications", pinned, rounds, 1000, 1.5,
+            [&] {
+                for (RawPeer& peer : raw) peer.roundTrip();
+            },
+            [&] {
+                for (const sp<IListener>& listener : listeners) {
+                    if (listener->notify(1, 2, 3, 4, 5, 6, 7).withDefault(0) != 1) {
+                        fail("notify");
+                    }
+                }
+            });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int repetitions = argc > 1 ? atoi(argv[1]) : 9;
-    char folder[] = "/tmp/runtime-bench-XXXXXX";
-    if (mkdtemp(folder) == nullptr) fail("mkdtemp");
-    setenv("QORTV_RUNTIME_DIR", folder, 1);
+    const int rounds = argc > 1 ? atoi(argv[1]) : 9;
     bool met = true;
     for (bool pinned : {true, false}) {
-        for (auto* bench : {benchCalls, benchNotifications}) {
+        for (auto* run : {benchCalls, benchNotifications}) {
+            char folder[] = "/tmp/runtime-bench-XXXXXX";
+            if (mkdtemp(folder) == nullptr) fail("mkdtemp");
+            setenv("QORTV_RUNTIME_DIR", folder, 1);
             const pid_t pid = fork();
-            if (pid == 0) _exit(bench(pinned, repetitions) ? 0 : 1);
+            if (pid == 0) _exit(run(pinned, rounds) ? 0 : 1);
             int status = 0;
             waitpid(pid, &status, 0);
+            std::filesystem::remove_all(folder);
             if (!WIFEXITED(status) || WEXITSTATUS(status) > 1) fail("benchmark");
             met = met && WEXITSTATUS(status) == 0;
         }
     }
-    std::filesystem::remove_all(folder);
     return met ? 0 : 1;
 }

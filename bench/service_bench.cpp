@@ -37,7 +37,7 @@ int benchBulk(IQorTvApiChannelList& list, uint32_t count) {
         std::fprintf(stderr, "service_bench: asked for %u services, got %d\n", count, filled);
         return 1;
     }
-    const std::vector<char> source(services.size() + multiplexes.size(), 1);
+    const std::vector<char> source(count * (sizeof(SVL_REC_T) + sizeof(TSL_REC_T)), 1);
     std::vector<char> target(source.size());
     const bench::Pair pair = bench::inTurns(
             kRounds, 20, [&] { bulkRead(list, services, multiplexes, count); },

@@ -76,8 +76,8 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_util_set(const hidl_string& name
                                                          const hidl_vec<uint8_t>& data,
                                                          uint64_t size) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_util_set(name.c_str(), kind, data.data(),
-                               std::min<uint64_t>(size, data.size()));
+    const uint64_t sent = std::min<uint64_t>(size, data.size());  // the middleware reads no further
+    return a_qortvapi_util_set(name.c_str(), kind, data.data(), sent);
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_util_get(const hidl_string& name, int32_t kind,
@@ -514,6 +514,7 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_set(HIDL_QORTVAPI_UPGRAD
                                                             uint32_t count,
                                                             const hidl_vec<uint32_t>& values) {
     TVAPI_DEBUG("%s", __func__);
+    // The middleware reads a value for each id, and no further than what was sent of both.
     const uint32_t sent = std::min<size_t>({count, ids.size(), values.size()});
     return a_qortvapi_upgrade_set(static_cast<uint32_t>(type), ids.data(), sent, values.data());
 }

@@ -11,6 +11,13 @@
 #include "log.h"
 
 namespace qortvapi {
+namespace {
+
+// A region up to this size is mapped with all its pages at once: one by one, while the middleware
+// writes, they would cost more than the writing. A larger one need not be written to its end.
+constexpr uint32_t kPopulateLimit = 16 << 20;
+
+}  // namespace
 
 QorTvApiShareMemory::QorTvApiShareMemory(const ::android::hardware::hidl_handle& handle,
                                          uint32_t size)
@@ -54,7 +61,9 @@ void* QorTvApiShareMemory::getPointer() {
         m_address = MAP_FAILED;
         errno = EINVAL;
     } else {
-        m_address = mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_SHARED, m_share_fd, 0);
+        const int populate = m_size <= kPopulateLimit ? MAP_POPULATE : 0;
+        m_address = mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_SHARED | populate, m_share_fd,
+                         0);
     }
     if (m_address == MAP_FAILED) {
         __android_log_print(ANDROID_LOG_ERROR, LOG_TAG, "mmap failed: %s\n", strerror(errno));

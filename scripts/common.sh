@@ -9,8 +9,8 @@ die() {
 
 # program NAME: path of a built program.
 program() {
-    local build=${QORTV_BUILD:-build/release} path
-    path=$(find "$build" -type f -name "$1" -perm -u+x -print -quit 2>/dev/null)
+    local build=${QORTV_BUILD:-$(dirname "${BASH_SOURCE[0]}")/../build/release} path
+    path=$(find "$build" -type f -name "$1" -perm -u+x -print -quit 2>/dev/null) || true
     [[ -n $path ]] || die "no $1 in $build; build it with ./run build release"
     echo "$path"
 }

@@ -14,6 +14,13 @@ namespace qortv {
 
 namespace {
 
+/** A large region is a multiple of this, so that the kernel may back all of it with huge pages. */
+constexpr size_t kHugePage = 2 << 20;
+
+size_t roundedUp(size_t bytes) {
+    return bytes < kHugePage ? bytes : (bytes + kHugePage - 1) / kHugePage * kHugePage;
+}
+
 /** A sealed memory file; -1 with errno when the system refuses. */
 int makeMemoryFile(size_t bytes) {
     const int fd = memfd_create("qortv-region", MFD_CLOEXEC | MFD_ALLOW_SEALING);
@@ -45,6 +52,7 @@ SharedRegion::~SharedRegion() {
 
 void SharedRegion::reserve(size_t bytes) {
     if (bytes <= mSize) return;
+    bytes = roundedUp(bytes);
     const int fd = makeMemoryFile(bytes);
     if (fd < 0) throwSystemError(bytes);
     void* address = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
@@ -57,6 +65,11 @@ void SharedRegion::reserve(size_t bytes) {
         throwSystemError(bytes);
     }
     handle->data[0] = fd;
+    // The service maps the region for every read, which costs by the page. Where the system allows
+    // huge pages for shared memory they spare most of that, if they are there before the service
+    // comes; elsewhere both are refused or do nothing, and no loss.
+    madvise(address, bytes, MADV_HUGEPAGE);
+    madvise(address, bytes, MADV_POPULATE_WRITE);
     release();
     mAddress = address;
     mSize = bytes;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "core.h"
 #include "middleware/records.h"
@@ -23,6 +24,23 @@ void plugSnapshots(switchboard::Switchboard& board, Core& core);
 void plugFavourites(switchboard::Switchboard& board, Core& core);
 void plugInstallation(switchboard::Switchboard& board, Core& core);
 void plugBissKeys(switchboard::Switchboard& board, Core& core);
+void plugVolume(switchboard::Switchboard& board, Core& core);
+void plugPicture(switchboard::Switchboard& board, Core& core);
+void plugCaptions(switchboard::Switchboard& board, Core& core);
+void plugContext(switchboard::Switchboard& board, Core& core);
+void plugComponents(switchboard::Switchboard& board, Core& core);
+void plugTracks(switchboard::Switchboard& board, Core& core);
+void plugBanner(switchboard::Switchboard& board, Core& core);
+void plugTeletext(switchboard::Switchboard& board, Core& core);
+void plugUtilities(switchboard::Switchboard& board, Core& core);
+void plugUpgrade(switchboard::Switchboard& board, Core& core);
+void plugDownload(switchboard::Switchboard& board, Core& core);
+void plugHighLevel(switchboard::Switchboard& board, Core& core);
+void plugEngines(switchboard::Switchboard& board, Core& core);
+void plugApplication(switchboard::Switchboard& board, Core& core);
+void plugPower(switchboard::Switchboard& board, Core& core);
+/** `baseFile`: the configuration file of calls that name none; empty: none. */
+void plugParser(switchboard::Switchboard& board, const std::string& baseFile);
 
 /** List handles: the kind in the upper half, the list (and favourite list) in the lower. */
 enum HandleKind : uint32_t {
@@ -44,7 +62,8 @@ constexpr uint32_t handleId(uint32_t handle, HandleKind kind) {
 /** Whether an address that a client gave can be written at all: it is neither null nor what mmap
  * fails with. */
 inline bool writable(const void* address) {
-    return address != nullptr && address != reinterpret_cast<const void*>(~uintptr_t{0});
+    const auto value = reinterpret_cast<uintptr_t>(address);
+    return value != 0 && value != ~uintptr_t{0};
 }
 
 /** Writes a value through a pointer that may be null. */

@@ -197,14 +197,14 @@ void plugChannels(switchboard::Switchboard& board, Core& core) {
                 return readChannel(core, listId, channelId, service, nullptr);
             });
     board.on<&a_qortvapi_channellist_get_channel_number>([&core](uint32_t channelId) {
-        SVL_REC_T service;
+        SVL_REC_T service = {};
         const int32_t result = readChannel(core, 0, channelId, &service, nullptr);
         return result == TV_OK ? int32_t{service.ui2_channel_number} : result;
     });
     board.on<&a_qortvapi_channellist_get_channel_rf_info>(
             [&core](uint16_t listId, uint32_t channelId, uint32_t item) {
-                SVL_REC_T service;
-                TSL_REC_T multiplex;
+                SVL_REC_T service = {};
+                TSL_REC_T multiplex = {};
                 const int32_t result = readChannel(core, listId, channelId, &service, &multiplex);
                 return result == TV_OK ? receptionValue(multiplex, item) : result;
             });

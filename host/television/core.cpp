@@ -1,14 +1,13 @@
 #include "core.h"
 
+#include <charconv>
 #include <cstring>
 
 #include "log.h"
-#include "middleware/broadcast.h"
 #include "middleware/channellist.h"
 #include "middleware/result_codes.h"
-#include "middleware/svctx.h"
+#include "playing.h"
 #include "scan_merge.h"
-#include "service_context.h"
 
 namespace television {
 namespace {
@@ -91,21 +90,55 @@ void Change::networks(const ChannelList& list, uint16_t recordId) {
 
 void Change::selection(const ChannelLists& lists, size_t window) {
     stored.settings = true;
-    const uint32_t channelId = lists.current[window];
-    const ChannelList* list = lists.listOf(channelId);
-    const uint32_t listId = list == nullptr ? 0 : list->id;
-    const uint32_t context = window == 0 ? kMainContext : kSubContext;
-    events.push_back({registration<&c_svctx_set_listener>(context),
-                      SVCTX_COND_SERVICE_CHANGED,
-                      {SVCTX_CODE_SERVICE_SELECTED, SVCTX_STREAM_ALL, 0, 0}});
-    events.push_back({registration<&a_qortvapi_broadcast_register_callback>(),
-                      BROADCAST_NFY_CHANNEL_CHANGED,
-                      {channelId, static_cast<uint32_t>(window), listId, 0}});
+    addSelectionEvents(events, lists, window);
 }
 
 Core::Core(const std::string& stateFolder) : mStore(stateFolder) {
     mStore.load(mLists, mIdentities);
+    mValues = mStore.loadValues();
     registrations.onFirst([this](RegistrationKey key) { announce(key); });
+}
+
+std::string Core::remembered(const std::string& name) const {
+    std::shared_lock<std::shared_mutex> lock(mMutex);
+    const auto found = mValues.find(name);
+    return found == mValues.end() ? std::string() : found->second;
+}
+
+void Core::remember(const std::string& name, const std::string& bytes) {
+    std::lock_guard<std::mutex> writer(mWriter);
+    {
+        std::unique_lock<std::shared_mutex> lock(mMutex);
+        const auto found = mValues.find(name);
+        if (found == mValues.end() ? bytes.empty() : found->second == bytes) return;
+        if (bytes.empty()) {
+            mValues.erase(found);
+        } else {
+            mValues[name] = bytes;
+        }
+    }
+    mStore.saveValue(name, bytes);
+}
+
+size_t Core::rememberedCount(const std::string& prefix) const {
+    std::shared_lock<std::shared_mutex> lock(mMutex);
+    size_t count = 0;
+    for (auto value = mValues.lower_bound(prefix);
+         value != mValues.end() && value->first.compare(0, prefix.size(), prefix) == 0; ++value) {
+        ++count;
+    }
+    return count;
+}
+
+int32_t Core::rememberedNumber(const std::string& name, int32_t fallback) const {
+    const std::string text = remembered(name);
+    int32_t number = fallback;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+void Core::rememberNumber(const std::string& name, int32_t number) {
+    remember(name, std::to_string(number));
 }
 
 void Core::finish(const Change& change) {

@@ -79,6 +79,18 @@ class Core {
         return result;
     }
 
+    /** Bytes that the television remembers under a name, over restarts too; empty when there are
+     * none. Not within `read` or `change`. */
+    std::string remembered(const std::string& name) const;
+    /** Remembers bytes under a name; empty ones forget it. Not within `read` or `change`. */
+    void remember(const std::string& name, const std::string& bytes);
+    /** How many of the names that begin with `prefix` are remembered. Not within `read` or
+     * `change`. */
+    size_t rememberedCount(const std::string& prefix) const;
+    /** The same as a number; `fallback` when there is none. */
+    int32_t rememberedNumber(const std::string& name, int32_t fallback) const;
+    void rememberNumber(const std::string& name, int32_t number);
+
     /** Brings the lists into line with a scan, in the television's turn of the database lock. */
     void merge(const struct ScanResult& scan);
 
@@ -98,9 +110,10 @@ class Core {
 
     mutable std::shared_mutex mMutex;
     std::mutex mWriter;
-    ChannelLists mLists;     // changed with both locks, read with either
-    Identities mIdentities;  // guarded by mWriter
-    Store mStore;            // guarded by mWriter
+    ChannelLists mLists;                         // changed with both locks, read with either
+    Identities mIdentities;                      // guarded by mWriter
+    Store mStore;                                // guarded by mWriter
+    std::map<std::string, std::string> mValues;  // changed with both locks, read with either
     std::mutex mAnnounceMutex;
     uint32_t mLoads = 0;                             // guarded by mAnnounceMutex
     std::map<RegistrationKey, uint32_t> mAnnounced;  // guarded by mAnnounceMutex

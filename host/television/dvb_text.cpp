@@ -21,7 +21,7 @@ class Converter {
   public:
     explicit Converter(std::string charset) : mCharset(std::move(charset)) {}
     ~Converter() {
-        if (mHandle != kClosed) iconv_close(mHandle);
+        if (mState == State::kOpen) iconv_close(mHandle);
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
@@ -29,28 +29,33 @@ class Converter {
     /** Appends the converted bytes; false, with nothing appended, when they mean nothing in the
      * table. */
     bool append(ByteView bytes, std::string& out) {
-        if (!mOpened) mHandle = iconv_open("UTF-8", mCharset.c_str());
-        mOpened = true;
-        if (mHandle == kClosed) return false;
+        if (mState == State::kNew) open();
+        if (mState == State::kUnknown) return false;
         iconv(mHandle, nullptr, nullptr, nullptr, nullptr);
         char* from = reinterpret_cast<char*>(const_cast<uint8_t*>(bytes.data()));
         size_t left = bytes.size();
         char buffer[32];
         char* to = buffer;
         size_t room = sizeof(buffer);
-        if (iconv(mHandle, &from, &left, &to, &room) == static_cast<size_t>(-1)) return false;
+        if (iconv(mHandle, &from, &left, &to, &room) == kFailed) return false;
         // A table with combining accents holds the last character back until it is asked for.
-        if (iconv(mHandle, nullptr, nullptr, &to, &room) == static_cast<size_t>(-1)) return false;
+        if (iconv(mHandle, nullptr, nullptr, &to, &room) == kFailed) return false;
         out.append(buffer, to);
         return true;
     }
 
   private:
-    inline static const iconv_t kClosed = reinterpret_cast<iconv_t>(-1);
+    enum class State { kNew, kOpen, kUnknown };
+    static constexpr auto kFailed = static_cast<size_t>(-1);
+
+    void open() {
+        mHandle = iconv_open("UTF-8", mCharset.c_str());
+        mState = reinterpret_cast<uintptr_t>(mHandle) == kFailed ? State::kUnknown : State::kOpen;
+    }
 
     const std::string mCharset;
-    bool mOpened = false;
-    iconv_t mHandle = kClosed;
+    State mState = State::kNew;
+    iconv_t mHandle = nullptr;
 };
 
 /** Appends a code below 0x20 or from 0x80 to 0x9F (0xE080 to 0xE09F in two-byte tables): only line
@@ -205,7 +210,7 @@ void copyText(char* field, size_t size, const std::string& text) {
         while (length > 0 && (static_cast<uint8_t>(text[length]) & 0xC0) == 0x80) --length;
     }
     std::memset(field, 0, size);
-    std::memcpy(field, text.data(), length);
+    text.copy(field, length);
 }
 
 }  // namespace television

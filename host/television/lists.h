@@ -5,11 +5,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "middleware/records.h"
+#include "multiplex.h"
 
 namespace television {
 
@@ -24,8 +26,9 @@ constexpr uint32_t kShownBits = SB_VNET_ACTIVE | SB_VNET_EPG | SB_VNET_VISIBLE;
 /** A service: its record and what else is kept of it. */
 struct Service {
     SVL_REC_T record = {};
-    uint16_t lcn = 0;  ///< as the stream tells it; 0 when it does not
-    uint8_t own = 0;   ///< OwnField bits
+    uint16_t lcn = 0;                             ///< as the stream tells it; 0 when it does not
+    uint8_t own = 0;                              ///< OwnField bits
+    std::shared_ptr<const ServiceTracks> tracks;  ///< null until the service's stream was read
 };
 
 /** Which channels a request is about. */

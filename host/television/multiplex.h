@@ -9,6 +9,32 @@ namespace television {
 
 constexpr uint16_t kNoPid = 0x1FFF;
 
+/** One audio stream of a service. */
+struct AudioTrack {
+    uint16_t pid = kNoPid;
+    uint8_t streamType = 0;
+    uint8_t descriptorTag = 0;  ///< of the descriptor that names the encoding of private data
+    uint8_t audioType = 0;      ///< of the language descriptor
+    std::string language;       ///< ISO 639-2, empty when it is not told
+};
+
+/** One subtitle of a service: a page of a teletext or subtitling stream. */
+struct SubtitleTrack {
+    uint16_t pid = kNoPid;
+    bool teletext = false;
+    uint8_t type = 0;   ///< as in its descriptor
+    uint16_t page = 0;  ///< composition page, or magazine and page of teletext
+    std::string language;
+};
+
+/** The tracks that are kept of a service, the first ones it has. */
+struct ServiceTracks {
+    static constexpr size_t kMost = 16;  ///< of each kind
+
+    std::vector<AudioTrack> audio;
+    std::vector<SubtitleTrack> subtitles;
+};
+
 /** One service: what PAT, PMT and SDT say of it. Texts are UTF-8. */
 struct ParsedService {
     uint16_t serviceId = 0;
@@ -27,6 +53,7 @@ struct ParsedService {
     unsigned audioCount = 0;
     unsigned subtitleCount = 0;
     std::string audioLanguage;  ///< ISO 639-2, of the first audio stream
+    ServiceTracks tracks;
 };
 
 /** A delivery-system descriptor, in the units and codes of the records. */

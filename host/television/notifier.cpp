@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <ctime>
 
+#include "handler_shapes.h"
 #include "log.h"
-#include "middleware/broadcast.h"
 #include "middleware/channellist.h"
-#include "middleware/svctx.h"
 #include "middleware/time.h"
 
 namespace television {
@@ -14,18 +13,16 @@ namespace {
 
 /** The middleware hands small integers over as pointers. */
 void* asPointer(uint32_t value) {
-    return reinterpret_cast<void*>(uintptr_t{value});
+    return reinterpret_cast<void*>(uintptr_t{value});  // NOLINT(performance-no-int-to-ptr)
 }
 
-/** The shape of list updates and of broadcast notifications. */
-using UpdateHandler = void (*)(int32_t, void*, void*, void*, void*, void*);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_update_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_tvprovider_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_svlid_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_tslid_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_bisskey_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_nwl_nfy_fct>);
-static_assert(std::is_same_v<UpdateHandler, a_qortvapi_broadcast_nfy_fct>);
+/** Whether the single updates of a registration can be put together into one. */
+bool isListUpdate(RegistrationKey to) {
+    return to == registration<&a_qortvapi_channellist_register_callback>() ||
+           to == registration<&a_qortvapi_tvprovider_channellist_register_callback>() ||
+           to == registration<&a_qortvapi_bisskey_register_callback>() ||
+           to == registration<&a_qortvapi_nwl_update_register_callback>();
+}
 
 /** What a registration is told when the single updates do not fit any more. */
 Event everythingChanged(RegistrationKey to, int32_t lastCode) {
@@ -51,11 +48,23 @@ void Notifier::stop() {
     }
     mThread.join();
     mPending.clear();
+    mLater.clear();
 }
 
 void Notifier::post(const Event& event) {
-    if (mRegistrations.empty(event.to)) return;
+    if (!event.call && mRegistrations.empty(event.to)) return;
     std::lock_guard<std::mutex> lock(mMutex);
+    add(event);
+}
+
+void Notifier::postLater(std::chrono::milliseconds delay, const Event& event) {
+    std::lock_guard<std::mutex> lock(mMutex);
+    mLater.emplace(std::chrono::steady_clock::now() + delay, event);
+    mChanged.notify_all();
+}
+
+/** With the lock held. */
+void Notifier::add(const Event& event) {
     const auto last = std::find_if(mPending.rbegin(), mPending.rend(),
                                    [&](const Event& e) { return e.to == event.to; });
     if (last != mPending.rend() && *last == event) return;
@@ -64,7 +73,7 @@ void Notifier::post(const Event& event) {
     mChanged.notify_all();
 }
 
-/** Melts the updates of each registration into one; selections keep the last of each. */
+/** Melts the list updates of each registration into one, and keeps the last of all others. */
 void Notifier::makeRoom() {
     LOG_TV_WARN("{} notifications wait for slow handlers: they are put together", mPending.size());
     std::deque<Event> melted;
@@ -72,12 +81,8 @@ void Notifier::makeRoom() {
         const bool known = std::any_of(melted.begin(), melted.end(),
                                        [&](const Event& e) { return e.to == event->to; });
         if (known) continue;
-        const bool selection =
-                event->to.slot == &switchboard::slot<&c_svctx_set_listener> ||
-                event->to == registration<&a_qortvapi_broadcast_register_callback>() ||
-                event->to == registration<&a_qortvapi_svlid_update_register_callback>() ||
-                event->to == registration<&a_qortvapi_tslid_update_register_callback>();
-        melted.push_front(selection ? *event : everythingChanged(event->to, event->code));
+        melted.push_front(isListUpdate(event->to) ? everythingChanged(event->to, event->code)
+                                                  : *event);
     }
     mPending = std::move(melted);
 }
@@ -87,8 +92,13 @@ void Notifier::run(std::chrono::milliseconds tick) {
     auto nextTick = Clock::now() + tick;
     std::unique_lock<std::mutex> lock(mMutex);
     while (!mStop) {
-        mChanged.wait_until(lock, nextTick, [this] { return mStop || !mPending.empty(); });
+        const auto next = mLater.empty() ? nextTick : std::min(nextTick, mLater.begin()->first);
+        if (mPending.empty()) mChanged.wait_until(lock, next);
         if (mStop) break;
+        while (!mLater.empty() && mLater.begin()->first <= Clock::now()) {
+            add(mLater.begin()->second);
+            mLater.erase(mLater.begin());
+        }
         const bool due = Clock::now() >= nextTick;
         std::deque<Event> events;
         events.swap(mPending);
@@ -105,17 +115,11 @@ void Notifier::run(std::chrono::milliseconds tick) {
 }
 
 void Notifier::deliver(const Event& event) const {
-    const auto& a = event.arguments;
-    if (event.to.slot == &switchboard::slot<&c_svctx_set_listener>) {
-        mRegistrations.each<c_svctx_nfy_fct>(event.to, [&](c_svctx_nfy_fct handler, void* tag) {
-            handler(event.to.number, static_cast<uint32_t>(event.code), a[0], a[1], tag);
-        });
-        return;
+    if (event.call) {
+        event.call();
+    } else {
+        callHandlers(mRegistrations, event);
     }
-    mRegistrations.each<UpdateHandler>(event.to, [&](UpdateHandler handler, void* tag) {
-        handler(event.code, tag, asPointer(a[0]), asPointer(a[1]), asPointer(a[2]),
-                asPointer(a[3]));
-    });
 }
 
 void Notifier::deliverTick() const {

@@ -6,6 +6,8 @@
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <functional>
+#include <map>
 #include <mutex>
 #include <thread>
 
@@ -18,9 +20,14 @@ struct Event {
     RegistrationKey to;
     int32_t code = 0;
     std::array<uint32_t, 4> arguments = {};
+    /** Does the call itself, for handlers that take more than small integers or that answer. Only
+     * the last of a registration waits when the queue is full. */
+    std::function<void()> call = {};
 
+    /** Whether one can stand for the other. */
     bool operator==(const Event& other) const {
-        return to == other.to && code == other.code && arguments == other.arguments;
+        return to == other.to && code == other.code && arguments == other.arguments && !call &&
+               !other.call;
     }
 };
 
@@ -45,9 +52,12 @@ class Notifier {
     /** Queues an event, unless its registration's last one that waits is the same. Never waits. Any
      * thread. */
     void post(const Event& event);
+    /** Queues an event after a time. */
+    void postLater(std::chrono::milliseconds delay, const Event& event);
 
   private:
     void run(std::chrono::milliseconds tick);
+    void add(const Event& event);
     void makeRoom();
     void deliver(const Event& event) const;
     void deliverTick() const;
@@ -55,8 +65,9 @@ class Notifier {
     const Registrations& mRegistrations;
     std::mutex mMutex;
     std::condition_variable mChanged;
-    std::deque<Event> mPending;  // guarded by mMutex
-    bool mStop = false;          // guarded by mMutex
+    std::deque<Event> mPending;                                          // guarded by mMutex
+    std::multimap<std::chrono::steady_clock::time_point, Event> mLater;  // guarded by mMutex
+    bool mStop = false;                                                  // guarded by mMutex
     std::thread mThread;
 };
 

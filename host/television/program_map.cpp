@@ -42,7 +42,40 @@ struct StreamDescriptors {
     bool scrambled = false;
     unsigned subtitles = 0;
     std::string language;
+    uint8_t audioType = 0;
+    uint8_t audioTag = 0;
+    std::vector<SubtitleTrack> tracks;  ///< without their PID
 };
+
+/** A language code as three letters; anything else is left out of the record. */
+std::string letters(const std::string& code) {
+    for (const char c : code) {
+        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))) return {};
+    }
+    return code;
+}
+
+std::string languageAt(ByteView content, size_t at) {
+    return letters(std::string(reinterpret_cast<const char*>(content.data()) + at, 3));
+}
+
+/** Entries of eight bytes: language, type, composition page, ancillary page. */
+void addSubtitling(ByteView content, std::vector<SubtitleTrack>& tracks) {
+    for (size_t at = 0; at + 8 <= content.size() && tracks.size() < ServiceTracks::kMost; at += 8) {
+        tracks.push_back(
+                {kNoPid, false, content.u8(at + 3), content.u16(at + 4), languageAt(content, at)});
+    }
+}
+
+/** Entries of five bytes: language, type and magazine, page; those of the two subtitle types. */
+void addTeletext(ByteView content, std::vector<SubtitleTrack>& tracks) {
+    for (size_t at = 0; at + 5 <= content.size() && tracks.size() < ServiceTracks::kMost; at += 5) {
+        const uint8_t type = content.u8(at + 3) >> 3;
+        if (type != 2 && type != 5) continue;
+        const auto page = static_cast<uint16_t>((content.u8(at + 3) & 7) << 8 | content.u8(at + 4));
+        tracks.push_back({kNoPid, true, type, page, languageAt(content, at)});
+    }
+}
 
 StreamDescriptors read(const dvbpsi_descriptor_t* list) {
     StreamDescriptors result;
@@ -54,6 +87,7 @@ StreamDescriptors read(const dvbpsi_descriptor_t* list) {
             case kDescriptorLanguage:
                 if (content.size() >= 4) {
                     result.language.assign(reinterpret_cast<const char*>(content.data()), 3);
+                    result.audioType = content.u8(3);
                 }
                 break;
             case kDescriptorAc3:
@@ -61,26 +95,21 @@ StreamDescriptors read(const dvbpsi_descriptor_t* list) {
             case kDescriptorDts:
             case kDescriptorAac:
                 result.audio = true;
+                result.audioTag = tag;
                 break;
             case kDescriptorSubtitling:
                 result.subtitles += static_cast<unsigned>(content.size() / 8);
+                addSubtitling(content, result.tracks);
                 break;
             case kDescriptorTeletext:
                 result.subtitles += teletextSubtitles(content);
+                addTeletext(content, result.tracks);
                 break;
             default:
                 break;
         }
     });
     return result;
-}
-
-/** A language code as three letters; anything else is left out of the record. */
-std::string letters(const std::string& code) {
-    for (const char c : code) {
-        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))) return {};
-    }
-    return code;
 }
 
 }  // namespace
@@ -94,12 +123,22 @@ ProgramMap readProgramMap(const dvbpsi_pmt_t& pmt) {
         const StreamDescriptors descriptors = read(stream->p_first_descriptor);
         map.scrambled = map.scrambled || descriptors.scrambled;
         map.subtitleCount += descriptors.subtitles;
+        for (SubtitleTrack track : descriptors.tracks) {
+            if (map.tracks.subtitles.size() == ServiceTracks::kMost) break;
+            track.pid = stream->i_pid & 0x1FFF;
+            map.tracks.subtitles.push_back(std::move(track));
+        }
         if (isVideo(stream->i_type)) {
             if (map.videoPid != kNoPid) continue;
             map.videoPid = stream->i_pid & 0x1FFF;
             map.videoStreamType = stream->i_type;
         } else if (isAudio(stream->i_type) ||
                    (stream->i_type == kStreamPrivate && descriptors.audio)) {
+            if (map.tracks.audio.size() < ServiceTracks::kMost) {
+                map.tracks.audio.push_back({static_cast<uint16_t>(stream->i_pid & 0x1FFF),
+                                            stream->i_type, descriptors.audioTag,
+                                            descriptors.audioType, letters(descriptors.language)});
+            }
             if (map.audioCount++ > 0) continue;
             map.audioPid = stream->i_pid & 0x1FFF;
             map.audioStreamType = stream->i_type;
@@ -119,6 +158,7 @@ void applyProgramMap(const ProgramMap& map, ParsedService& service) {
     service.subtitleCount = map.subtitleCount;
     service.audioLanguage = map.audioLanguage;
     service.scrambled = map.scrambled;
+    service.tracks = map.tracks;
 }
 
 }  // namespace television

@@ -17,6 +17,7 @@ struct ProgramMap {
     unsigned subtitleCount = 0;
     std::string audioLanguage;
     bool scrambled = false;
+    ServiceTracks tracks;
 };
 
 ProgramMap readProgramMap(const dvbpsi_pmt_t& pmt);

@@ -211,6 +211,7 @@ class Merge {
         copyText(record.s_service_name, parsed.name);
         copyText(record.s_provider_name, parsed.provider);
         service.lcn = parsed.lcn;
+        service.tracks = std::make_shared<const ServiceTracks>(parsed.tracks);
         keepOwn(mBefore.list(list.id)->byChannel(record.ui4_channel_id), service);
         list.services.push_back(service);
     }

@@ -1,6 +1,7 @@
 /** The handles of the television's service contexts and of power control. */
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace television {
@@ -12,6 +13,11 @@ constexpr uint32_t kPowerControlHandle = 0x9C01;
 
 constexpr bool isServiceContext(uint32_t handle) {
     return handle == kMainContext || handle == kSubContext;
+}
+
+/** The stream component of a type (SCC_COMP_…) on the sink of a window. */
+constexpr uint32_t componentHandle(uint32_t type, size_t window) {
+    return 0x3CC00 + type * 2 + static_cast<uint32_t>(window) + 1;
 }
 
 }  // namespace television

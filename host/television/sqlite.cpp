@@ -39,6 +39,12 @@ void SqliteStatement::run() {
     check(result);
 }
 
+std::string SqliteStatement::text(int column) {
+    const void* data = sqlite3_column_blob(mStatement, column);
+    const auto size = static_cast<size_t>(sqlite3_column_bytes(mStatement, column));
+    return data == nullptr ? std::string() : std::string(static_cast<const char*>(data), size);
+}
+
 const void* SqliteStatement::bytes(int column, size_t size) {
     const void* data = sqlite3_column_blob(mStatement, column);
     return static_cast<size_t>(sqlite3_column_bytes(mStatement, column)) == size ? data : nullptr;

@@ -51,6 +51,8 @@ class SqliteStatement {
     int64_t integer(int column) { return sqlite3_column_int64(mStatement, column); }
     /** The bytes of a column when there are exactly `size`, else null; good until the next step. */
     const void* bytes(int column, size_t size);
+    /** All bytes of a column. */
+    std::string text(int column);
 
   private:
     void bindInteger(int index, int64_t value);

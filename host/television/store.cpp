@@ -28,6 +28,7 @@ constexpr char kSchema[] = R"(
         list INTEGER, favourite INTEGER, place INTEGER, channel INTEGER,
         PRIMARY KEY(list, favourite, place)) WITHOUT ROWID;
     CREATE TABLE IF NOT EXISTS settings(name INTEGER PRIMARY KEY, value INTEGER);
+    CREATE TABLE IF NOT EXISTS named(name BLOB PRIMARY KEY, value BLOB) WITHOUT ROWID;
 )";
 
 /** Names of settings: the selected channel of each window, the pump version of each list. */
@@ -199,6 +200,32 @@ void Store::loadRest(ChannelLists& lists, Identities& identities) {
                            lists.list(static_cast<uint32_t>(name - kSettingPumpVersion))) {
             list->pumpVersion = value;
         }
+    }
+}
+
+std::map<std::string, std::string> Store::loadValues() {
+    std::map<std::string, std::string> values;
+    if (mDatabase == nullptr) return values;
+    try {
+        SqliteStatement row(mDatabase.get(), "SELECT name, value FROM named");
+        while (row.step()) values[row.text(0)] = row.text(1);
+    } catch (const SqliteError& error) {
+        giveUp(error.what());
+    }
+    return values;
+}
+
+void Store::saveValue(const std::string& name, const std::string& bytes) {
+    if (mDatabase == nullptr) return;
+    try {
+        SqliteStatement write(mDatabase.get(),
+                              bytes.empty() ? "DELETE FROM named WHERE name = ?"
+                                            : "INSERT OR REPLACE INTO named VALUES(?, ?)");
+        write.bindBytes(1, name.data(), name.size());
+        if (!bytes.empty()) write.bindBytes(2, bytes.data(), bytes.size());
+        write.run();
+    } catch (const SqliteError& error) {
+        giveUp(error.what());
     }
 }
 

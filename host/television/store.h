@@ -1,6 +1,7 @@
 /** What the television remembers when it is off: an SQLite database in its state folder. */
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -41,6 +42,11 @@ class Store {
 
     /** Writes what `changes` names, in one transaction. */
     void save(const ChannelLists& lists, Identities& identities, const Changes& changes);
+
+    /** What `saveValue` has kept, by name. */
+    std::map<std::string, std::string> loadValues();
+    /** Keeps bytes under a name; none forgets the name. */
+    void saveValue(const std::string& name, const std::string& bytes);
 
     /** Whether changes still reach the database. */
     bool works() const { return mDatabase != nullptr; }

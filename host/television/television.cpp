@@ -14,6 +14,7 @@
 #include "calls.h"
 #include "core.h"
 #include "folder_watch.h"
+#include "input_listener.h"
 #include "log.h"
 #include "stream_folder.h"
 #include "vendor_tmp.h"
@@ -44,6 +45,11 @@ Options Options::fromEnvironment() {
     options.state = environment("QORTV_STATE");
     if (options.state.empty()) options.state = defaultStateFolder();
     options.readiness = qortv_vendor_tmp();
+    options.inputSocket = options.readiness + "/DFBInput";
+    options.config = environment("QORTV_CONFIG");
+    if (options.config.empty() && options.state != ":memory:") {
+        options.config = options.state + "/config.ini";
+    }
     return options;
 }
 
@@ -62,6 +68,22 @@ class Television::Parts {
         plugFavourites(mBoard, mCore);
         plugInstallation(mBoard, mCore);
         plugBissKeys(mBoard, mCore);
+        plugVolume(mBoard, mCore);
+        plugPicture(mBoard, mCore);
+        plugCaptions(mBoard, mCore);
+        plugContext(mBoard, mCore);
+        plugComponents(mBoard, mCore);
+        plugTracks(mBoard, mCore);
+        plugBanner(mBoard, mCore);
+        plugTeletext(mBoard, mCore);
+        plugUtilities(mBoard, mCore);
+        plugUpgrade(mBoard, mCore);
+        plugDownload(mBoard, mCore);
+        plugHighLevel(mBoard, mCore);
+        plugEngines(mBoard, mCore);
+        plugApplication(mBoard, mCore);
+        plugPower(mBoard, mCore);
+        plugParser(mBoard, options.config);
         // Before the first load, so that nothing that changes meanwhile is missed.
         if (options.watch && !options.streams.empty()) {
             mWatch = std::make_unique<FolderWatch>(options.streams, options.calm);
@@ -81,7 +103,16 @@ class Television::Parts {
             return;
         }
         std::lock_guard<std::mutex> lock(mLoading);
-        mCore.merge(mFolder.scan());
+        const ScanResult scan = mFolder.scan();
+        mCore.merge(scan);
+        LOG_TV_INFO("{} streams read from {}", scan.multiplexes.size(), mFolder.path());
+    }
+
+    /** Null when there is none. */
+    const InputListener* input() const { return mInput.get(); }
+
+    void listen(const std::string& path) {
+        if (!path.empty()) mInput = std::make_unique<InputListener>(path);
     }
 
     void run(std::chrono::milliseconds tick) {
@@ -98,6 +129,7 @@ class Television::Parts {
     std::mutex mLoading;
     std::unique_ptr<FolderWatch> mWatch;
     std::thread mWatcher;
+    std::unique_ptr<InputListener> mInput;
     switchboard::Switchboard
             mBoard;  ///< last, so that its functions are unplugged before all else goes
 };
@@ -118,19 +150,22 @@ void Television::removeReadiness() const {
     }
 }
 
-void Television::writeReadiness() const {
+bool Television::makeReadinessFolder() const {
     const std::string& folder = mOptions.readiness;
-    if (folder.empty()) return;
+    if (folder.empty()) return false;
     for (size_t at = folder.find('/', 1); at != std::string::npos; at = folder.find('/', at + 1)) {
         mkdir(folder.substr(0, at).c_str(), 0755);
     }
-    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-        LOG_TV_ERROR(
-                "cannot make the folder {} for the readiness files: {} (QORTV_VENDOR_TMP names "
-                "another)",
-                folder, std::strerror(errno));
-        return;
-    }
+    if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return true;
+    LOG_TV_ERROR(
+            "cannot make the folder {} for the readiness files: {} (QORTV_VENDOR_TMP names "
+            "another)",
+            folder, std::strerror(errno));
+    return false;
+}
+
+void Television::writeReadiness() const {
+    const std::string& folder = mOptions.readiness;
     for (const char* name : kReadinessFiles) {
         const std::string path = folder + "/" + name;
         const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
@@ -148,13 +183,21 @@ void Television::start() {
     mParts = std::make_unique<Parts>(mOptions);
     mParts->load();
     mParts->run(mOptions.tick);
-    writeReadiness();
+    // The socket is in the folder of the readiness files, and is there before they say "ready".
+    const bool folder = makeReadinessFolder();
+    mParts->listen(mOptions.inputSocket);
+    if (folder) writeReadiness();
 }
 
 void Television::stop() {
     if (mParts == nullptr) return;
     removeReadiness();
     mParts.reset();
+}
+
+std::vector<InputEvent> Television::inputEvents() const {
+    const InputListener* input = mParts == nullptr ? nullptr : mParts->input();
+    return input == nullptr ? std::vector<InputEvent>() : input->events();
 }
 
 void Television::reload() {

@@ -8,22 +8,29 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
+
+#include "input_listener.h"
 
 namespace television {
 
 struct Options {
-    std::string streams;    ///< folder of `.ts` files, one for each multiplex; empty: none
-    std::string state;      ///< folder of the database, made when missing; ":memory:" keeps nothing
-    std::string readiness;  ///< folder of the readiness files, made when missing; empty: none are
-                            ///< written
+    std::string streams;  ///< folder of `.ts` files, one for each multiplex; empty: none
+    std::string state =
+            ":memory:";       ///< folder of the database, made when missing; ":memory:": none
+    std::string readiness;    ///< folder of the readiness files, made when missing; empty: none are
+                              ///< written
+    std::string config;       ///< configuration file of calls that name none; empty: none
+    std::string inputSocket;  ///< where key and pointer events come in; empty: nowhere
     std::chrono::milliseconds tick{1000};  ///< between two notifications of date and time
     std::chrono::milliseconds calm{
             300};       ///< without changes in the folder before it is loaded anew
     bool watch = true;  ///< load anew when the folder changes
 
     /**
-     * From QORTV_STREAMS, QORTV_STATE (else $XDG_STATE_HOME/qortv, else ~/.local/state/qortv) and
-     * the folder of platform/vendor_tmp.h.
+     * From QORTV_STREAMS, QORTV_STATE (else $XDG_STATE_HOME/qortv, else ~/.local/state/qortv),
+     * QORTV_CONFIG (else config.ini in the state folder) and the folder of platform/vendor_tmp.h,
+     * where the input socket is too.
      */
     static Options fromEnvironment();
 };
@@ -54,9 +61,14 @@ class Television {
     /** Loads the streams anew, as a change in the folder does. Any thread, but not a handler. */
     void reload();
 
+    /** The key and pointer events that came in last, the oldest first. Any thread, between start
+     * and stop. */
+    std::vector<InputEvent> inputEvents() const;
+
   private:
     class Parts;
 
+    bool makeReadinessFolder() const;
     void writeReadiness() const;
 
     const Options mOptions;

@@ -67,10 +67,12 @@ TEST(IntegrationDemo, LeavesNothingBehindWhenItIsInterrupted) {
 
 TEST(IntegrationDemo, SaysWhatIsNotBuilt) {
     const TemporaryFolder folder;
-    const auto demo = run({kDemo}, {{"QORTV_BUILD", folder.path()}});
-    EXPECT_EQ(demo.status, 1);
-    EXPECT_EQ(demo.err, "demo: no qortvapi-service in " + folder.path() +
-                                "; build it with ./run build release\n");
+    for (const std::string& build : {folder.path(), folder / "missing"}) {
+        const auto demo = run({kDemo}, {{"QORTV_BUILD", build}});
+        EXPECT_EQ(demo.status, 1);
+        EXPECT_EQ(demo.err, "demo: no qortvapi-service in " + build +
+                                    "; build it with ./run build release\n");
+    }
 }
 
 class IntegrationServe : public testing::Test {

@@ -105,11 +105,11 @@ class Station {
     void makeStreams();
     /** Starts the service, without waiting for it. */
     void start();
-    /** start(), and waits until all interfaces are registered. */
+    /** start(), and waits until registered(). */
     void startAndWait();
     /** A service without a television, up at once: for what needs no channels. */
     void startBareAndWait();
-    /** Whether the channel list, the last of the two first interfaces, is registered. */
+    /** Whether the channel list is registered: of the interfaces that tests use, the last. */
     bool registered();
     Process& service() { return *mService; }
 

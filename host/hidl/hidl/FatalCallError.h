@@ -12,8 +12,8 @@ class FatalCallError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Ends what the thread is doing because of `message`: throws FatalCallError while the thread serves a
-// call, and otherwise logs the message and aborts the process, as the platform does.
+// Ends what the thread is doing because of `message`: throws FatalCallError while the thread serves
+// a call, and otherwise logs the message and aborts the process, as the platform does.
 [[noreturn]] void fatal(const char* message);
 
 // Marks the thread as serving a call for the object's lifetime. Nests.

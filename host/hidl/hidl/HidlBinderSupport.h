@@ -48,8 +48,8 @@ status_t readEmbeddedFromParcel(const hidl_memory& memory, const Parcel& parcel,
 status_t writeEmbeddedToParcel(const hidl_memory& memory, Parcel* parcel, size_t parentHandle,
                                size_t parentOffset);
 
-// Access to the fields of objects that arrived in a parcel: what lies in them is the sender's, until
-// the readers above have put their own pointers and ownership there.
+// Access to the fields of objects that arrived in a parcel: what lies in them is the sender's,
+// until the readers above have put their own pointers and ownership there.
 struct ReceivedTypes {
     // Bytes that the buffer of `vec` must have; false if no buffer can be that big.
     template <typename T>
@@ -92,8 +92,8 @@ status_t writeEmbeddedToParcel(const hidl_vec<T>& vec, Parcel* parcel, size_t pa
 // as anybody refers to it. Null if the object's interface is unknown to the process.
 sp<IBinder> getOrCreateCachedBinder(::android::hidl::base::V1_0::IBase* iface);
 
-// The object behind a binder: null for null, a new proxy for a remote binder, the object itself for a
-// local one. Null, and a log line, if a local object is not an IType.
+// The object behind a binder: null for null, a new proxy for a remote binder, the object itself for
+// a local one. Null, and a log line, if a local object is not an IType.
 template <typename IType, typename ProxyType, typename StubType>
 sp<IType> fromBinder(const sp<IBinder>& binder) {
     using ::android::hidl::base::V1_0::BnHwBase;

@@ -48,8 +48,8 @@ struct hidl_pointer {
 };
 static_assert(sizeof(hidl_pointer<char>) == 8, "wrong size");
 
-// Base of every generated stub, proxy and wrapper: the place where a debuggable platform build hangs
-// recorders of calls. There are none here.
+// Base of every generated stub, proxy and wrapper: the place where a debuggable platform build
+// hangs recorders of calls. There are none here.
 struct HidlInstrumentor {
     HidlInstrumentor(const std::string& package, const std::string& interface);
     virtual ~HidlInstrumentor();

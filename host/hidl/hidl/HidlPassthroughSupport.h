@@ -10,8 +10,8 @@ namespace android::hardware::details {
 sp<::android::hidl::base::V1_0::IBase> wrapPassthroughInternal(
         sp<::android::hidl::base::V1_0::IBase> iface);
 
-template <typename IType, typename = std::enable_if_t<std::is_same<
-                                  i_tag, typename IType::_hidl_tag>::value>>
+template <typename IType,
+          typename = std::enable_if_t<std::is_same<i_tag, typename IType::_hidl_tag>::value>>
 sp<IType> wrapPassthrough(sp<IType> iface) {
     if (iface == nullptr) return nullptr;
     return static_cast<IType*>(wrapPassthroughInternal(iface).get());

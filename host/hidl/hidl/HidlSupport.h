@@ -1,5 +1,5 @@
-// The types of HIDL interfaces: strings, vectors, arrays, handles. Their object layout is part of the
-// wire format, so sizes and offsets are fixed and asserted.
+// The types of HIDL interfaces: strings, vectors, arrays, handles. Their object layout is part of
+// the wire format, so sizes and offsets are fixed and asserted.
 //
 // None of these types is safe for use by several threads at once; each object belongs to whoever
 // holds it. A type that "owns" its buffer frees it; one that was pointed at foreign memory with
@@ -87,10 +87,10 @@ struct hidl_string {
     hidl_string(const char* text);  // NOLINT: implicit
     hidl_string(const char* text, size_t length);
     hidl_string(const std::string& text);  // NOLINT: implicit
-    template <typename InputIterator, typename = typename std::enable_if<std::is_convertible<
-                                              typename std::iterator_traits<
-                                                      InputIterator>::iterator_category,
-                                              std::input_iterator_tag>::value>::type>
+    template <typename InputIterator,
+              typename = typename std::enable_if<std::is_convertible<
+                      typename std::iterator_traits<InputIterator>::iterator_category,
+                      std::input_iterator_tag>::value>::type>
     hidl_string(InputIterator first, InputIterator last) : hidl_string(std::string(first, last)) {}
     hidl_string(hidl_string&& other) noexcept;
     hidl_string& operator=(const hidl_string& other);
@@ -172,10 +172,10 @@ struct hidl_vec {
     hidl_vec(const std::vector<T>& other) : hidl_vec() {  // NOLINT: implicit
         copyFrom(other.begin(), other.size());
     }
-    template <typename InputIterator, typename = typename std::enable_if<std::is_convertible<
-                                              typename std::iterator_traits<
-                                                      InputIterator>::iterator_category,
-                                              std::input_iterator_tag>::value>::type>
+    template <typename InputIterator,
+              typename = typename std::enable_if<std::is_convertible<
+                      typename std::iterator_traits<InputIterator>::iterator_category,
+                      std::input_iterator_tag>::value>::type>
     hidl_vec(InputIterator first, InputIterator last) : hidl_vec() {
         copyFrom(first, static_cast<size_t>(std::distance(first, last)));
     }
@@ -398,15 +398,18 @@ struct hidl_array<T, SIZE1> {
     using std_array_type = std::array<T, SIZE1>;
 
     hidl_array() = default;
-    // Copies SIZE1 elements.
-    hidl_array(const T* source) {  // NOLINT: implicit
+    // Copies SIZE1 elements from a pointer.
+    template <typename Pointer,
+              typename = std::enable_if_t<std::is_pointer<Pointer>::value &&
+                                          std::is_convertible<Pointer, const T*>::value>>
+    hidl_array(Pointer source) {  // NOLINT: implicit
         for (size_t i = 0; i < SIZE1; ++i) mBuffer[i] = source[i];
     }
     // g++ does not let a temporary array decay to a pointer, and generated code passes those.
     hidl_array(const T (&source)[SIZE1])  // NOLINT: implicit
         : hidl_array(static_cast<const T*>(source)) {}
     hidl_array(const std_array_type& array) : hidl_array(array.data()) {}  // NOLINT: implicit
-    operator std_array_type() const {                                     // NOLINT: implicit
+    operator std_array_type() const {                                      // NOLINT: implicit
         std_array_type array;
         for (size_t i = 0; i < SIZE1; ++i) array[i] = mBuffer[i];
         return array;

@@ -1,4 +1,5 @@
-// The process's side of the transport: thread pool, scheduling of objects, casts between interfaces.
+// The process's side of the transport: thread pool, scheduling of objects, casts between
+// interfaces.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +20,8 @@ void configureRpcThreadpool(size_t maxThreads, bool callerWillJoin);
 // Makes the calling thread serve calls; does not return.
 [[noreturn]] void joinRpcThreadpool();
 
-// Remembers a scheduling policy and priority for the object's stub. Here they are kept, not applied.
-// False for an object that has a stub already, or values that no thread can have.
+// Remembers a scheduling policy and priority for the object's stub. Here they are kept, not
+// applied. False for an object that has a stub already, or values that no thread can have.
 bool setMinSchedulerPolicy(const sp<::android::hidl::base::V1_0::IBase>& service, int policy,
                            int priority);
 

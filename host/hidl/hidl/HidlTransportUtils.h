@@ -9,8 +9,8 @@
 
 namespace android::hardware::details {
 
-// Whether `interface` is an object of the interface `castTo` or of a child of it. A remote object is
-// asked over the transport; a failed call is the Return's status. emitError: log a refusal.
+// Whether `interface` is an object of the interface `castTo` or of a child of it. A remote object
+// is asked over the transport; a failed call is the Return's status. emitError: log a refusal.
 Return<bool> canCastInterface(::android::hidl::base::V1_0::IBase* interface, const char* castTo,
                               bool emitError = false);
 

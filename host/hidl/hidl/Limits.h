@@ -5,8 +5,8 @@
 
 namespace android::hardware::limits {
 
-// Bytes of one call or answer. As on a device, where it is what the driver maps for a process, so that
-// nothing that works here fails there.
+// Bytes of one call or answer. As on a device, where it is what the driver maps for a process, so
+// that nothing that works here fails there.
 constexpr size_t kTransactionBytes = 1024 * 1024 - 8 * 1024;
 
 // Descriptors of one call or answer: what the kernel passes in one message (SCM_MAX_FD).
@@ -20,8 +20,8 @@ constexpr size_t kSessionConnections = 64;
 // descriptors, and the soft limit of descriptors is 1024.
 constexpr size_t kSessions = 256;
 
-// Connections that have not said yet which session they belong to. They say so at once, so more than a
-// burst of starting applications is somebody holding them open; the oldest goes.
+// Connections that have not said yet which session they belong to. They say so at once, so more
+// than a burst of starting applications is somebody holding them open; the oldest goes.
 constexpr size_t kUnknownConnections = 64;
 
 // Objects that one process may hold of another: references leak slowly, and this stops them before
@@ -36,8 +36,8 @@ constexpr size_t kUnconfirmedAnswers = 1024;
 // enough not to be missed by the others.
 constexpr int kLingerMilliseconds = 3;
 
-// Milliseconds in which a message must be complete after its first byte, so that half a message does not
-// hold a thread for ever.
+// Milliseconds in which a message must be complete after its first byte, so that half a message
+// does not hold a thread for ever.
 constexpr int kMessageMilliseconds = 5000;
 
 // Milliseconds for which a oneway call waits for a peer that does not read; it fails then.

@@ -98,7 +98,7 @@ class return_status {
 template <typename T>
 class Return : public details::return_status {
   public:
-    Return(T value) : mValue(std::move(value)) {}                          // NOLINT: implicit
+    Return(T value) : mValue(std::move(value)) {}                               // NOLINT: implicit
     Return(const Status& status) : details::return_status(status), mValue{} {}  // NOLINT: implicit
     Return(Return&&) = default;
     Return& operator=(Return&&) = default;
@@ -119,12 +119,12 @@ class Return<sp<T>> : public details::return_status {
   public:
     Return(T* value) : mValue(value) {}  // NOLINT: implicit
     template <typename U>
-    Return(U* value) : mValue(value) {}                                    // NOLINT: implicit
-    Return(const sp<T>& value) : mValue(value) {}                          // NOLINT: implicit
+    Return(U* value) : mValue(value) {}            // NOLINT: implicit
+    Return(const sp<T>& value) : mValue(value) {}  // NOLINT: implicit
     template <typename U>
-    Return(const sp<U>& value) : mValue(value) {}                          // NOLINT: implicit
-    Return(std::nullptr_t) {}                                              // NOLINT: implicit
-    Return(const Status& status) : details::return_status(status) {}       // NOLINT: implicit
+    Return(const sp<U>& value) : mValue(value) {}                     // NOLINT: implicit
+    Return(std::nullptr_t) {}                                         // NOLINT: implicit
+    Return(const Status& status) : details::return_status(status) {}  // NOLINT: implicit
     Return(Return&&) = default;
     Return& operator=(Return&&) = default;
 

@@ -9,8 +9,8 @@
 
 namespace android::hardware::details {
 
-// Any thread may push. The thread is started with the first task; the destructor lets the tasks that
-// are queued finish, and must not run on that thread.
+// Any thread may push. The thread is started with the first task; the destructor lets the tasks
+// that are queued finish, and must not run on that thread.
 class TaskRunner {
   public:
     TaskRunner() = default;

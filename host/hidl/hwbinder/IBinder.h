@@ -41,8 +41,8 @@ class IBinder : public virtual RefBase {
     // not told then), INVALID_OPERATION for a local object.
     virtual status_t linkToDeath(const sp<DeathRecipient>& recipient, void* cookie = nullptr,
                                  uint32_t flags = 0) = 0;
-    // Undoes one linkToDeath; the recipient linked is stored in *outRecipient. NAME_NOT_FOUND if there
-    // is none, DEAD_OBJECT if it was told already.
+    // Undoes one linkToDeath; the recipient linked is stored in *outRecipient. NAME_NOT_FOUND if
+    // there is none, DEAD_OBJECT if it was told already.
     virtual status_t unlinkToDeath(const wp<DeathRecipient>& recipient, void* cookie = nullptr,
                                    uint32_t flags = 0,
                                    wp<DeathRecipient>* outRecipient = nullptr) = 0;
@@ -70,8 +70,8 @@ class BHwBinder : public IBinder {
   protected:
     ~BHwBinder() override = default;
 
-    // Serves a call. Gives the reply to `callback`, once, as long as what the reply borrows is alive;
-    // a method without results may leave that to the caller.
+    // Serves a call. Gives the reply to `callback`, once, as long as what the reply borrows is
+    // alive; a method without results may leave that to the caller.
     virtual status_t onTransact(uint32_t code, const Parcel& data, Parcel* reply,
                                 uint32_t flags = 0, TransactCallback callback = nullptr) = 0;
     void setRequestingSid(bool requesting);

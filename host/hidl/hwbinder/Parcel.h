@@ -1,10 +1,11 @@
-// The arguments or results of one call, in the binder's own shape: flat data, a table of the objects
-// in it (buffers, binders, arrays of descriptors), and the buffers themselves, borrowed while
-// writing and gathered by the transport. Which transport carries a parcel is none of its business.
+// The arguments or results of one call, in the binder's own shape: flat data, a table of the
+// objects in it (buffers, binders, arrays of descriptors), and the buffers themselves, borrowed
+// while writing and gathered by the transport. Which transport carries a parcel is none of its
+// business.
 //
-// A parcel is written or read by one thread. What a writer is given by pointer (buffers, handles) must
-// live until the parcel was sent. What a reader gets by pointer lies in the received message and lives
-// as long as the parcel.
+// A parcel is written or read by one thread. What a writer is given by pointer (buffers, handles)
+// must live until the parcel was sent. What a reader gets by pointer lies in the received message
+// and lives as long as the parcel.
 #pragma once
 
 #include <cstddef>

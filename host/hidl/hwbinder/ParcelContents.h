@@ -1,13 +1,14 @@
-// What a parcel consists of, for transports: the same parts that the kernel's binder driver is given.
+// What a parcel consists of, for transports: the same parts that the kernel's binder driver is
+// given.
 //
-// Sending: `data` holds the flat data and, in it, the kernel's own object structures; `objects` their
-// offsets. A binder_buffer_object points at memory of the sender, of binder_fd_array_objects and
-// flat_binder_objects the descriptors and binders stand in `fds` and `binders`, in order.
+// Sending: `data` holds the flat data and, in it, the kernel's own object structures; `objects`
+// their offsets. A binder_buffer_object points at memory of the sender, of binder_fd_array_objects
+// and flat_binder_objects the descriptors and binders stand in `fds` and `binders`, in order.
 //
 // Receiving: a transport puts data, offsets and buffers (each rounded up to 8 bytes, in order) one
-// behind the other into storage(), fills `fds`, and calls accept(), which checks every offset, length
-// and index and points each buffer object at its buffer. Then it fills `binders`, one for each
-// flat_binder_object in order.
+// behind the other into storage(), fills `fds`, and calls accept(), which checks every offset,
+// length and index and points each buffer object at its buffer. Then it fills `binders`, one for
+// each flat_binder_object in order.
 #pragma once
 
 #include <linux/android/binder.h>
@@ -35,9 +36,10 @@ struct ParcelContents {
     // Memory for `size` received bytes, aligned to 8; what the first `keep` bytes held is kept.
     uint8_t* storage(size_t size, size_t keep);
 
-    // Checks a received message that lies `at` bytes into the storage: dataSize bytes of data (padded
-    // to 8), objectCount offsets, bufferSize bytes of buffers. Null if it is sound, else what is
-    // wrong with it (a literal). The descriptors in `fds` belong to the contents whatever the result.
+    // Checks a received message that lies `at` bytes into the storage: dataSize bytes of data
+    // (padded to 8), objectCount offsets, bufferSize bytes of buffers. Null if it is sound, else
+    // what is wrong with it (a literal). The descriptors in `fds` belong to the contents whatever
+    // the result.
     const char* accept(size_t at, size_t dataSize, size_t objectCount, size_t bufferSize);
 
     // Calls visit(flat_binder_object*) for each binder in the received data, in order, until it

@@ -17,8 +17,7 @@ status_t BHwBinder::linkToDeath(const sp<DeathRecipient>&, void*, uint32_t) {
     return INVALID_OPERATION;
 }
 
-status_t BHwBinder::unlinkToDeath(const wp<DeathRecipient>&, void*, uint32_t,
-                                  wp<DeathRecipient>*) {
+status_t BHwBinder::unlinkToDeath(const wp<DeathRecipient>&, void*, uint32_t, wp<DeathRecipient>*) {
     return INVALID_OPERATION;
 }
 

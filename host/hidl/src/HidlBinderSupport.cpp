@@ -10,8 +10,8 @@ namespace android::hardware {
 
 using ::android::hidl::base::V1_0::IBase;
 
-hidl_binder_death_recipient::hidl_binder_death_recipient(
-        const sp<hidl_death_recipient>& recipient, uint64_t cookie, const sp<IBase>& base)
+hidl_binder_death_recipient::hidl_binder_death_recipient(const sp<hidl_death_recipient>& recipient,
+                                                         uint64_t cookie, const sp<IBase>& base)
     : mRecipient(recipient), mCookie(cookie), mBase(base) {}
 
 void hidl_binder_death_recipient::binderDied(const wp<IBinder>&) {
@@ -62,9 +62,8 @@ status_t readEmbeddedFromParcel(const hidl_string& string, const Parcel& parcel,
     const size_t size = ReceivedTypes::bufferSize(string);
     size_t handle;
     const void* buffer;
-    status_t status =
-            parcel.readEmbeddedBuffer(size, &handle, parentHandle,
-                                      parentOffset + hidl_string::kOffsetOfBuffer, &buffer);
+    status_t status = parcel.readEmbeddedBuffer(
+            size, &handle, parentHandle, parentOffset + hidl_string::kOffsetOfBuffer, &buffer);
     if (status != OK) return status;
     if (static_cast<const char*>(buffer)[size - 1] != '\0') {
         return parcel.setMalformed("string without end");
@@ -97,9 +96,8 @@ status_t writeEmbeddedToParcel(const hidl_handle& handle, Parcel* parcel, size_t
 
 status_t readEmbeddedFromParcel(const hidl_memory& memory, const Parcel& parcel,
                                 size_t parentHandle, size_t parentOffset) {
-    status_t status =
-            readEmbeddedFromParcel(ReceivedTypes::handleOf(memory), parcel, parentHandle,
-                                   parentOffset + hidl_memory::kOffsetOfHandle);
+    status_t status = readEmbeddedFromParcel(ReceivedTypes::handleOf(memory), parcel, parentHandle,
+                                             parentOffset + hidl_memory::kOffsetOfHandle);
     if (status != OK) return status;
     return readEmbeddedFromParcel(ReceivedTypes::nameOf(memory), parcel, parentHandle,
                                   parentOffset + hidl_memory::kOffsetOfName);
@@ -107,9 +105,8 @@ status_t readEmbeddedFromParcel(const hidl_memory& memory, const Parcel& parcel,
 
 status_t writeEmbeddedToParcel(const hidl_memory& memory, Parcel* parcel, size_t parentHandle,
                                size_t parentOffset) {
-    status_t status =
-            writeEmbeddedToParcel(ReceivedTypes::handleOf(memory), parcel, parentHandle,
-                                  parentOffset + hidl_memory::kOffsetOfHandle);
+    status_t status = writeEmbeddedToParcel(ReceivedTypes::handleOf(memory), parcel, parentHandle,
+                                            parentOffset + hidl_memory::kOffsetOfHandle);
     if (status != OK) return status;
     return writeEmbeddedToParcel(ReceivedTypes::nameOf(memory), parcel, parentHandle,
                                  parentOffset + hidl_memory::kOffsetOfName);

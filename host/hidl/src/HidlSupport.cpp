@@ -79,7 +79,8 @@ void hidl_handle::setTo(native_handle_t* handle, bool shouldOwn) {
 void hidl_handle::freeHandle() {
     if (mOwnsHandle && mHandle != nullptr) {
         native_handle_close(mHandle);
-        native_handle_delete(const_cast<native_handle_t*>(static_cast<const native_handle_t*>(mHandle)));
+        native_handle_delete(
+                const_cast<native_handle_t*>(static_cast<const native_handle_t*>(mHandle)));
     }
     mHandle = nullptr;
     mOwnsHandle = false;

@@ -67,16 +67,15 @@ int32_t getPidIfSharable() {
 
 std::string getDescriptor(IBase* interface) {
     std::string descriptor;
-    Return<void> status = interface->interfaceDescriptor(
-            [&](const hidl_string& name) { descriptor = name; });
+    Return<void> status =
+            interface->interfaceDescriptor([&](const hidl_string& name) { descriptor = name; });
     return status.isOk() ? descriptor : std::string();
 }
 
 std::vector<std::string> getInterfaceChain(IBase* interface) {
     std::vector<std::string> chain;
-    Return<void> status = interface->interfaceChain([&](const hidl_vec<hidl_string>& names) {
-        chain.assign(names.begin(), names.end());
-    });
+    Return<void> status = interface->interfaceChain(
+            [&](const hidl_vec<hidl_string>& names) { chain.assign(names.begin(), names.end()); });
     return status.isOk() ? chain : std::vector<std::string>();
 }
 

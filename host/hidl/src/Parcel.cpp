@@ -192,8 +192,7 @@ status_t Parcel::writeCString(const char* text) {
 const char* Parcel::readCString() const {
     if (mContents == nullptr) return nullptr;
     const size_t left = mContents->receivedDataSize - mContents->position;
-    const auto* text =
-            reinterpret_cast<const char*>(mContents->receivedData + mContents->position);
+    const auto* text = reinterpret_cast<const char*>(mContents->receivedData + mContents->position);
     const size_t length = left == 0 ? 0 : strnlen(text, left);
     if (length == left || padTo4(length + 1) > left) {
         setMalformed("text without end");
@@ -220,8 +219,8 @@ status_t Parcel::readObject(uint32_t type, Object** object, size_t* index) const
         return setMalformed("no object where one belongs");
     }
     contents->position = position;
-    auto* header = reinterpret_cast<binder_object_header*>(contents->receivedData +
-                                                           contents->position);
+    auto* header =
+            reinterpret_cast<binder_object_header*>(contents->receivedData + contents->position);
     if (header->type != type) return setMalformed("object of another kind");
     *object = reinterpret_cast<Object*>(header);
     *index = contents->nextObject++;
@@ -257,9 +256,8 @@ status_t Parcel::writeEmbeddedBuffer(const void* buffer, size_t length, size_t* 
     return writeBufferObject(buffer, length, handle, true, parentHandle, parentOffset);
 }
 
-status_t Parcel::readBufferObject(size_t length, size_t* handle, bool embedded,
-                                  size_t parentHandle, size_t parentOffset,
-                                  const void** buffer) const {
+status_t Parcel::readBufferObject(size_t length, size_t* handle, bool embedded, size_t parentHandle,
+                                  size_t parentOffset, const void** buffer) const {
     binder_buffer_object* object = nullptr;
     status_t status = readObject(BINDER_TYPE_PTR, &object, handle);
     if (status != OK) return status;
@@ -311,8 +309,8 @@ status_t Parcel::readNullableStrongBinder(sp<IBinder>* binder) const {
     return OK;
 }
 
-// Handles: size, buffer with the native handle, and the array of its descriptors if it has some. A null
-// handle is a size of 0.
+// Handles: size, buffer with the native handle, and the array of its descriptors if it has some. A
+// null handle is a size of 0.
 
 status_t Parcel::writeHandle(const native_handle_t* handle, bool embedded, size_t parentHandle,
                              size_t parentOffset) {

@@ -95,10 +95,10 @@ uint8_t* ParcelContents::storage(size_t size, size_t keep) {
     return reinterpret_cast<uint8_t*>(mStorage.get());
 }
 
-// Everything that the readers of Parcel rely on is established here: each object lies inside the data
-// and overlaps no other; each buffer has its own bytes; a parent is an earlier buffer that has room for
-// the pointer or the descriptors; and there are exactly as many descriptors and buffer bytes as the
-// objects account for.
+// Everything that the readers of Parcel rely on is established here: each object lies inside the
+// data and overlaps no other; each buffer has its own bytes; a parent is an earlier buffer that has
+// room for the pointer or the descriptors; and there are exactly as many descriptors and buffer
+// bytes as the objects account for.
 const char* ParcelContents::accept(size_t at, size_t dataSize, size_t objectCount,
                                    size_t bufferSize) {
     uint8_t* const bytes = reinterpret_cast<uint8_t*>(mStorage.get()) + at;
@@ -140,8 +140,7 @@ const char* ParcelContents::accept(size_t at, size_t dataSize, size_t objectCoun
                     return "buffer that its parent has no room for";
                 }
             }
-            object->buffer =
-                    object->length == 0 ? 0 : reinterpret_cast<binder_uintptr_t>(buffer);
+            object->buffer = object->length == 0 ? 0 : reinterpret_cast<binder_uintptr_t>(buffer);
             const size_t padded = padTo8(object->length);
             if (padded > static_cast<size_t>(buffersEnd - buffer)) {
                 return "buffer longer than the message";
@@ -153,7 +152,8 @@ const char* ParcelContents::accept(size_t at, size_t dataSize, size_t objectCoun
             if (parent == nullptr) return "descriptors without their handle";
             if (object->num_fds > fds.size() - fdsSeen) return "descriptors that did not come";
             fdsSeen += object->num_fds;
-            if (object->parent_offset % sizeof(int) != 0 || object->parent_offset > parent->length ||
+            if (object->parent_offset % sizeof(int) != 0 ||
+                object->parent_offset > parent->length ||
                 object->num_fds > (parent->length - object->parent_offset) / sizeof(int)) {
                 return "descriptors that their handle has no room for";
             }

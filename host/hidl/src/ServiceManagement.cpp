@@ -23,8 +23,8 @@ using transport::ThreadPool;
 
 namespace details {
 
-// Time after which a wait for a service is told, once; and time between two looks without a change in
-// the folder, for a service that refused for want of room.
+// Time after which a wait for a service is told, once; and time between two looks without a change
+// in the folder, for a service that refused for want of room.
 constexpr int kImpatientMilliseconds = 1000;
 constexpr int kPatientMilliseconds = 5000;
 
@@ -33,7 +33,8 @@ status_t registerAsServiceInternal(const sp<IBase>& service, const std::string& 
         HIDL_LOGE("Only a local object can be registered as %s", name.c_str());
         return BAD_VALUE;
     }
-    if (name.empty() || name.find('/') != std::string::npos || name.find('\0') != std::string::npos) {
+    if (name.empty() || name.find('/') != std::string::npos ||
+        name.find('\0') != std::string::npos) {
         HIDL_LOGE("'%s' cannot be the name of a service", name.c_str());
         return BAD_VALUE;
     }
@@ -48,8 +49,8 @@ status_t registerAsServiceInternal(const sp<IBase>& service, const std::string& 
     return OK;
 }
 
-// The service's binder if it can be had at once. A name whose process is gone is told, unless it was
-// told before (*stale is that process).
+// The service's binder if it can be had at once. A name whose process is gone is told, unless it
+// was told before (*stale is that process).
 static sp<IBinder> findService(const Registry& registry, const std::string& name, uint64_t* stale) {
     Registry::Entry entry;
     if (!registry.find(name, &entry)) return nullptr;
@@ -225,8 +226,8 @@ std::vector<ServiceInfo> listServices() {
                 close(socket);
                 info.threads = static_cast<int>(reply.threads);
                 // The thread that answers is not idle, but does nothing else.
-                info.busyThreads = std::max(
-                        0, static_cast<int>(reply.threads) - static_cast<int>(reply.idleThreads) - 1);
+                info.busyThreads = std::max(0, static_cast<int>(reply.threads) -
+                                                       static_cast<int>(reply.idleThreads) - 1);
                 info.maxThreads = static_cast<int>(reply.maxThreads);
                 info.clients = static_cast<int>(reply.sessions);
             }

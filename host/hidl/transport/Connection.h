@@ -18,8 +18,8 @@ enum class Role {
     kServes,   // the peer calls, this process answers
 };
 
-// Belongs to one thread at a time: the thread that took it from the session's idle ones, or the pool
-// thread that its event came to. Only shutDown() may be called by others.
+// Belongs to one thread at a time: the thread that took it from the session's idle ones, or the
+// pool thread that its event came to. Only shutDown() may be called by others.
 class Connection : public Pollable {
   public:
     // Takes over `socket`.

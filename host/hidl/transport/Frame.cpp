@@ -105,7 +105,8 @@ bool measureFrame(const ParcelContents* contents, FrameHeader* header) {
     if (contents != nullptr) {
         const size_t objects = contents->objects.size() * sizeof(binder_size_t);
         size += padTo8(contents->data.size()) + objects + contents->bufferBytes;
-        if (size > kMaxFrame || contents->fds.size() > limits::kTransactionDescriptors) return false;
+        if (size > kMaxFrame || contents->fds.size() > limits::kTransactionDescriptors)
+            return false;
         header->dataSize = static_cast<uint32_t>(contents->data.size());
         header->objectCount = static_cast<uint32_t>(contents->objects.size());
         header->bufferSize = static_cast<uint32_t>(contents->bufferBytes);
@@ -148,9 +149,8 @@ SendResult sendFrame(int socket, const FrameHeader& header, const ParcelContents
         });
     }
     if (at != start) scratch.pieces.push_back({start, static_cast<size_t>(at - start)});
-    const SendResult result =
-            sendAll(socket, scratch.pieces.data(), scratch.pieces.size(),
-                    contents != nullptr ? &contents->fds : nullptr, 0);
+    const SendResult result = sendAll(socket, scratch.pieces.data(), scratch.pieces.size(),
+                                      contents != nullptr ? &contents->fds : nullptr, 0);
     if (scratch.bytes.size() > 8 * kCopyWhole) std::vector<uint8_t>().swap(scratch.bytes);
     return result;
 }

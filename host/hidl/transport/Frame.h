@@ -9,8 +9,8 @@
 
 namespace android::hardware::transport {
 
-// Fills in the sizes of a header for a message with these contents (null: none). False if the message
-// is longer than a call may be, or has too many descriptors.
+// Fills in the sizes of a header for a message with these contents (null: none). False if the
+// message is longer than a call may be, or has too many descriptors.
 bool measureFrame(const ParcelContents* contents, wire::FrameHeader* header);
 
 enum class SendResult {
@@ -43,8 +43,8 @@ class FrameReader {
     FrameReader(const FrameReader&) = delete;
     FrameReader& operator=(const FrameReader&) = delete;
 
-    // Receives one message into `contents`, checked by ParcelContents::accept() unless it is made of
-    // notices. On kMalformed *reason says why (a literal).
+    // Receives one message into `contents`, checked by ParcelContents::accept() unless it is made
+    // of notices. On kMalformed *reason says why (a literal).
     ReceiveResult receive(int socket, wire::FrameHeader* header, ParcelContents* contents,
                           const char** reason);
 

@@ -93,8 +93,7 @@ uint32_t ObjectTable::forget(uint64_t id, const RemoteBinder* remote) {
     return count;
 }
 
-void ObjectTable::close(std::vector<sp<IBinder>>* dropped,
-                        std::vector<sp<RemoteBinder>>* remotes) {
+void ObjectTable::close(std::vector<sp<IBinder>>* dropped, std::vector<sp<RemoteBinder>>* remotes) {
     std::lock_guard<std::mutex> lock(mMutex);
     mClosed = true;
     for (auto& entry : mExported) dropped->push_back(std::move(entry.second.binder));

@@ -19,8 +19,8 @@ using wire::Hello;
 using wire::HelloReply;
 using wire::Purpose;
 
-// Takes connections. When the process runs out of descriptors it pauses: callers wait in the socket's
-// queue, and the pool does not spin.
+// Takes connections. When the process runs out of descriptors it pauses: callers wait in the
+// socket's queue, and the pool does not spin.
 class Process::Listener : public Pollable {
   public:
     Listener(Process* process, int socket) : mProcess(process), mSocket(socket) {}
@@ -31,7 +31,8 @@ class Process::Listener : public Pollable {
     class Pause : public Pollable {
       public:
         explicit Pause(Listener* listener)
-            : mListener(listener), mTimer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {}
+            : mListener(listener),
+              mTimer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {}
         void begin() {
             itimerspec time{};
             time.it_value.tv_nsec = limits::kAcceptPauseMilliseconds * 1000000L;
@@ -254,7 +255,8 @@ void Process::Greeting::onReady() {
     const ssize_t got = recv(mSocket, reinterpret_cast<char*>(&mHello) + mHave,
                              sizeof(mHello) - mHave, MSG_DONTWAIT);
     if (got > 0) mHave += static_cast<size_t>(got);
-    const bool waits = got > 0 ? mHave < sizeof(mHello) : got < 0 && (errno == EAGAIN || errno == EINTR);
+    const bool waits =
+            got > 0 ? mHave < sizeof(mHello) : got < 0 && (errno == EAGAIN || errno == EINTR);
     if (waits) return ThreadPool::instance().arm(this);
 
     sp<Greeting> self(this);
@@ -266,12 +268,13 @@ void Process::Greeting::onReady() {
         if (known != greetings.end()) greetings.erase(known);
     }
     if (mHave < sizeof(mHello)) {
-        if (mHave > 0) HIDL_LOGE("Process %d of user %u left without a greeting", mPeer.pid, mPeer.uid);
+        if (mHave > 0)
+            HIDL_LOGE("Process %d of user %u left without a greeting", mPeer.pid, mPeer.uid);
         return;
     }
     if (mHello.magic != wire::kMagic || mHello.version != wire::kVersion) {
-        HIDL_LOGE("Process %d of user %u refused: not a greeting of version %u", mPeer.pid, mPeer.uid,
-                  wire::kVersion);
+        HIDL_LOGE("Process %d of user %u refused: not a greeting of version %u", mPeer.pid,
+                  mPeer.uid, wire::kVersion);
         return;
     }
     const int socket = mSocket;
@@ -307,7 +310,8 @@ void Process::welcome(int socket, const Peer& peer, const Hello& hello) {
             mAccepted[reply.session] = session;
             mByProcess.insert({hello.process, session});
         }
-        // Nothing else is sent before this: the peer does not call, and nobody here knows its objects.
+        // Nothing else is sent before this: the peer does not call, and nobody here knows its
+        // objects.
         if (!sendExactly(socket, &reply, sizeof(reply))) session->end(nullptr);
         session->watch();
         return;

@@ -1,8 +1,8 @@
 // This process as others see it: the socket it listens on, its sessions, the services it published.
 #pragma once
 
-#include <cstdint>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <mutex>
@@ -27,14 +27,14 @@ class Process {
     // Random number that tells this process from all others.
     uint64_t token() const { return mToken; }
 
-    // Connects to the process that listens at `path`, checks its user, and greets it. The socket, which
-    // the caller closes, or -errno: -EACCES for a process that is not trusted, -EPROTO for one that
-    // speaks otherwise, -EAGAIN for one that has no room.
+    // Connects to the process that listens at `path`, checks its user, and greets it. The socket,
+    // which the caller closes, or -errno: -EACCES for a process that is not trusted, -EPROTO for
+    // one that speaks otherwise, -EAGAIN for one that has no room.
     static int greet(const std::string& path, wire::Purpose purpose, uint64_t session,
                      int timeoutMilliseconds, Peer* peer, wire::HelloReply* reply);
 
-    // The session with the process of a registry entry, opened if there is none; null and *error (as for
-    // greet()) where that fails.
+    // The session with the process of a registry entry, opened if there is none; null and *error
+    // (as for greet()) where that fails.
     sp<Session> sessionWith(const Registry::Entry& entry, int* error);
 
     // Publishes an object as a service, listening first if the process does not yet. OK,
@@ -64,7 +64,7 @@ class Process {
     const uint64_t mToken;
     const sp<BHwBinder> mRoot;
     std::mutex mMutex;
-    std::string mSocketName;  // empty while not listening
+    std::string mSocketName;                               // empty while not listening
     std::unordered_map<uint64_t, sp<Session>> mAccepted;   // by number
     std::unordered_map<uint64_t, sp<Session>> mByProcess;  // by token of the peer
     std::set<uint64_t> mOpening;                           // tokens of peers

@@ -169,7 +169,8 @@ status_t Registry::publish(const std::string& name, const std::string& socketNam
             HIDL_LOGE("%s is registered by process %d already", name.c_str(), old.pid);
             return ALREADY_EXISTS;
         }
-        HIDL_LOGI("%s was registered by process %d, which is gone: replaced", name.c_str(), old.pid);
+        HIDL_LOGI("%s was registered by process %d, which is gone: replaced", name.c_str(),
+                  old.pid);
     }
     const std::string temporary = mFolder + "/.new." + socketName;
     unlink(temporary.c_str());

@@ -1,9 +1,9 @@
 // The names of services in the runtime folder.
 //
-// A service process has one socket there, "PID.TOKEN.sock". A name "package@1.0::IFoo/instance" is a
-// symbolic link to the socket of its process, named like the service with '/' and '%' written as %2F and
-// %25: put in place by renaming, so that it is there whole or not at all. A name whose process is gone
-// stays until somebody takes it over.
+// A service process has one socket there, "PID.TOKEN.sock". A name "package@1.0::IFoo/instance" is
+// a symbolic link to the socket of its process, named like the service with '/' and '%' written as
+// %2F and %25: put in place by renaming, so that it is there whole or not at all. A name whose
+// process is gone stays until somebody takes it over.
 #pragma once
 
 #include <cstdint>
@@ -29,11 +29,12 @@ class Registry {
 
     Registry() : mFolder(folder()) {}
 
-    // Makes sure that the folder exists and is this user's or root's alone. False and a log line if not.
+    // Makes sure that the folder exists and is this user's or root's alone. False and a log line if
+    // not.
     bool prepare() const;
 
-    // The entry with this name. False if there is none; whether its process is alive shows when it is
-    // called.
+    // The entry with this name. False if there is none; whether its process is alive shows when it
+    // is called.
     bool find(const std::string& name, Entry* entry) const;
     // All entries, by name.
     std::vector<Entry> list() const;
@@ -41,12 +42,12 @@ class Registry {
     // Whether somebody listens there.
     static bool isAlive(const Entry& entry);
 
-    // Makes `name` point at the socket of this process. ALREADY_EXISTS if another living process has it.
-    // Holds the folder's lock meanwhile.
+    // Makes `name` point at the socket of this process. ALREADY_EXISTS if another living process
+    // has it. Holds the folder's lock meanwhile.
     status_t publish(const std::string& name, const std::string& socketName) const;
 
-    // Listens in the folder under a new name, and removes sockets that nobody listens on. The socket, or
-    // -errno.
+    // Listens in the folder under a new name, and removes sockets that nobody listens on. The
+    // socket, or -errno.
     int listen(uint64_t process, std::string* socketName) const;
 
     // Removes a process's socket and the names that point at it.

@@ -25,8 +25,8 @@ using wire::Purpose;
 
 namespace {
 
-// The calls that the thread is serving, innermost first. A call to the session of one of them goes out
-// on that call's connection, where the caller's thread is waiting.
+// The calls that the thread is serving, innermost first. A call to the session of one of them goes
+// out on that call's connection, where the caller's thread is waiting.
 struct Serving {
     Serving(Session* servedSession, Connection* servedConnection)
         : session(servedSession), connection(servedConnection), outer(innermost) {
@@ -289,16 +289,16 @@ status_t Session::describeBinders(ParcelContents* contents, std::vector<sp<IBind
     }
     status_t status = OK;
     size_t index = 0;
-    contents->visitBinders(
-            contents->data.data(), contents->objects.data(), contents->objects.size(),
-            [&](flat_binder_object* description) {
-                const sp<IBinder>& binder = contents->binders[index];
-                status = mObjects.send(binder, description);
-                if (status != OK) return false;
-                ++index;
-                if (description->hdr.type == BINDER_TYPE_HANDLE) returned->push_back(binder);
-                return true;
-            });
+    contents->visitBinders(contents->data.data(), contents->objects.data(),
+                           contents->objects.size(), [&](flat_binder_object* description) {
+                               const sp<IBinder>& binder = contents->binders[index];
+                               status = mObjects.send(binder, description);
+                               if (status != OK) return false;
+                               ++index;
+                               if (description->hdr.type == BINDER_TYPE_HANDLE)
+                                   returned->push_back(binder);
+                               return true;
+                           });
     if (status == OK) return OK;
     takeBackBinders(contents);
     if (status == INVALID_OPERATION) {
@@ -310,15 +310,15 @@ status_t Session::describeBinders(ParcelContents* contents, std::vector<sp<IBind
 }
 
 void Session::takeBackBinders(ParcelContents* contents) {
-    contents->visitBinders(contents->data.data(), contents->objects.data(),
-                           contents->objects.size(), [&](flat_binder_object* description) {
-                               sp<IBinder> dropped;
-                               if (description->hdr.type == BINDER_TYPE_BINDER &&
-                                   description->cookie != 0) {
-                                   mObjects.release(description->cookie, 1, &dropped);
-                               }
-                               return true;
-                           });
+    contents->visitBinders(
+            contents->data.data(), contents->objects.data(), contents->objects.size(),
+            [&](flat_binder_object* description) {
+                sp<IBinder> dropped;
+                if (description->hdr.type == BINDER_TYPE_BINDER && description->cookie != 0) {
+                    mObjects.release(description->cookie, 1, &dropped);
+                }
+                return true;
+            });
 }
 
 const char* Session::resolveBinders(ParcelContents* contents) {
@@ -375,8 +375,8 @@ status_t Session::transact(uint64_t target, uint32_t code, const Parcel& data, P
 }
 
 status_t Session::await(Connection& connection, uint64_t sequence, Parcel* reply) {
-    // On a connection that lingers (a nested call), waiting for long must not wake the thread all the
-    // time.
+    // On a connection that lingers (a nested call), waiting for long must not wake the thread all
+    // the time.
     bool unlimited = connection.role() == Role::kCalls;
     struct Restore {
         ~Restore() {
@@ -518,8 +518,8 @@ struct Session::Answer {
     }
 };
 
-// The peer's own objects in an answer must be kept until it has read that: their release, on another
-// connection, might overtake it. The number of the receipt; 0 if too many are open.
+// The peer's own objects in an answer must be kept until it has read that: their release, on
+// another connection, might overtake it. The number of the receipt; 0 if too many are open.
 uint64_t Session::keepUntilConfirmed(std::vector<sp<IBinder>> returned) {
     std::lock_guard<std::mutex> lock(mMutex);
     if (mUnconfirmed.size() >= limits::kUnconfirmedAnswers) return 0;
@@ -676,7 +676,8 @@ void Session::queueNotice(const Notice& notice) {
 }
 
 // Whoever holds the send mutex looks once more after giving it back, so a notice that was queued
-// meanwhile is not left behind. One that the peer's full socket refuses waits for the next occasion.
+// meanwhile is not left behind. One that the peer's full socket refuses waits for the next
+// occasion.
 void Session::flushNotices() {
     while (mPendingCount > 0) {
         sp<Connection> notices;

@@ -1,14 +1,14 @@
 // The joint of two processes: their connections, and the objects they hold of each other.
 //
-// The process that looked a service up opens the session and all of its connections: one for notices and
-// oneway calls, one for each of its threads that waits for an answer, and one for each of its pool
-// threads, on which the service calls back. A call is one message out and one back on one connection.
-// While a thread waits for an answer it serves what comes on that connection, and a thread that serves a
-// call uses the call's connection for calls the other way: so nested calls need no further thread, as with
-// the binder driver.
+// The process that looked a service up opens the session and all of its connections: one for
+// notices and oneway calls, one for each of its threads that waits for an answer, and one for each
+// of its pool threads, on which the service calls back. A call is one message out and one back on
+// one connection. While a thread waits for an answer it serves what comes on that connection, and a
+// thread that serves a call uses the call's connection for calls the other way: so nested calls
+// need no further thread, as with the binder driver.
 //
-// A session lives until one of its connections fails. Then all of them are closed, both processes drop
-// what they hold of each other, and calls fail with DEAD_OBJECT.
+// A session lives until one of its connections fails. Then all of them are closed, both processes
+// drop what they hold of each other, and calls fail with DEAD_OBJECT.
 #pragma once
 
 #include <atomic>
@@ -31,15 +31,17 @@ namespace android::hardware::transport {
 
 class Session : public virtual RefBase {
   public:
-    // Opens a session with the process that listens at `path` and has the token `process`. Null if that
-    // fails; *error is the -errno of a failed connect, or -EPROTO, -EACCES, -EAGAIN (no room there).
+    // Opens a session with the process that listens at `path` and has the token `process`. Null if
+    // that fails; *error is the -errno of a failed connect, or -EPROTO, -EACCES, -EAGAIN (no room
+    // there).
     static sp<Session> open(const std::string& path, uint64_t process, int* error);
 
     // The other end's session, on a socket whose greeting asked for it. Takes over the socket.
     static sp<Session> accept(int socket, const Peer& peer, uint64_t process, uint64_t id);
 
-    // Takes over a socket whose greeting named this session, and sends the reply. False, and nothing
-    // was sent and the socket stays the caller's, if there are too many or the session is over.
+    // Takes over a socket whose greeting named this session, and sends the reply. False, and
+    // nothing was sent and the socket stays the caller's, if there are too many or the session is
+    // over.
     bool join(int socket, Role role, const wire::HelloReply& reply);
 
     // Calls object `target` of the peer; see IBinder::transact().
@@ -54,8 +56,8 @@ class Session : public virtual RefBase {
     // Answers a call that could not be received whole. False if the session is over.
     bool refuse(Connection& connection, const wire::FrameHeader& header, status_t status);
 
-    // Ends the session, once. `reason` says how the peer broke the rules (one log line), or is null if it
-    // just went.
+    // Ends the session, once. `reason` says how the peer broke the rules (one log line), or is null
+    // if it just went.
     void end(const char* reason);
     bool isDead() const { return mDead.load(std::memory_order_acquire); }
 

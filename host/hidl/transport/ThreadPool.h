@@ -16,8 +16,8 @@ namespace android::hardware::transport {
 // descriptor to itself until it arms it again or removes it.
 class Pollable : public virtual RefBase {
   public:
-    // Runs on a pool thread. After ThreadPool::arm() or remove() another thread may have the object,
-    // or it may be gone.
+    // Runs on a pool thread. After ThreadPool::arm() or remove() another thread may have the
+    // object, or it may be gone.
     virtual void onReady() = 0;
     virtual int fd() const = 0;
 };

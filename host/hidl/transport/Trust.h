@@ -10,12 +10,12 @@ struct Peer {
     uid_t uid;
 };
 
-// The process at the other end of a Unix socket, as the kernel knows it. False if the kernel does not
-// say.
+// The process at the other end of a Unix socket, as the kernel knows it. False if the kernel does
+// not say.
 bool peerOf(int socket, Peer* peer);
 
-// Whether `peer` may talk to a process of user `self`: the same user, root, or one of the numbers in
-// `allowed` (separated by commas or spaces; null: none).
+// Whether `peer` may talk to a process of user `self`: the same user, root, or one of the numbers
+// in `allowed` (separated by commas or spaces; null: none).
 bool isTrusted(uid_t peer, uid_t self, const char* allowed);
 
 // The same for this process and its QORTV_ALLOW_UIDS.

@@ -1,7 +1,7 @@
 // The wire format of the socket transport, whole. docs/host-protocol.md explains it.
 //
-// Both ends run on one machine, so numbers are in the machine's order. Every structure is a multiple
-// of 8 bytes long and free of hidden padding.
+// Both ends run on one machine, so numbers are in the machine's order. Every structure is a
+// multiple of 8 bytes long and free of hidden padding.
 #pragma once
 
 #include <cstdint>
@@ -65,8 +65,8 @@ struct FrameHeader {
     uint8_t flags;
     uint16_t descriptorCount;
     uint64_t sequence;  // number of the call; its answer repeats it
-    uint64_t target;    // call: the receiver's object; reply: receipt wanted under this number, or 0
-    uint32_t code;      // call: method; reply: a status_t
+    uint64_t target;  // call: the receiver's object; reply: receipt wanted under this number, or 0
+    uint32_t code;    // call: method; reply: a status_t
     uint32_t dataSize;
     uint32_t objectCount;
     uint32_t bufferSize;
@@ -78,8 +78,8 @@ constexpr uint64_t kRootObject = 0;
 // Method of the root object: the name as a text; answers a status_t and, if that is OK, a binder.
 constexpr uint32_t kLookUp = 1;
 
-// In flat_binder_object::cookie: number of an object. Type BINDER_TYPE_BINDER: the sender's own (0: null);
-// BINDER_TYPE_HANDLE: the receiver's.
+// In flat_binder_object::cookie: number of an object. Type BINDER_TYPE_BINDER: the sender's own (0:
+// null); BINDER_TYPE_HANDLE: the receiver's.
 
 enum class NoticeType : uint32_t {
     kReleased = 1,         // the sender dropped object `id`, which it had been sent `count` times

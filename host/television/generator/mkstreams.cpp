@@ -8,9 +8,7 @@
 
 namespace {
 
-int run(const std::string& folder, unsigned multiplexes, unsigned services, bool large) {
-    const auto plans = large ? stream_generator::largePlans(multiplexes, services)
-                             : stream_generator::demoPlans();
+int write(const std::string& folder, const std::vector<stream_generator::MultiplexPlan>& plans) {
     stream_generator::writeStreams(folder, plans);
     size_t total = 0;
     for (const auto& plan : plans) total += plan.services.size();
@@ -18,13 +16,11 @@ int run(const std::string& folder, unsigned multiplexes, unsigned services, bool
     return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     CLI::App app(
             "Writes transport streams for the software television: without options the demo's "
             "nine\n"
-            "multiplexes of three networks, else a large list.",
+            "multiplexes of three networks, else one large list of terrestrial services.",
             "qortv-mkstreams");
     std::string folder;
     unsigned multiplexes = 0;
@@ -32,15 +28,23 @@ int main(int argc, char** argv) {
     app.add_option("DIR", folder, "Folder to write into; made when missing")->required();
     auto* multiplexOption =
             app.add_option("--multiplexes", multiplexes, "Multiplexes of a large list")
-                    ->check(CLI::Range(1u, 10000u));
+                    ->check(CLI::Range(1u, 1000u));
     auto* serviceOption = app.add_option("--services", services,
                                          "Services of a large list, in all its multiplexes")
-                                  ->check(CLI::Range(0u, 180000u));
+                                  ->check(CLI::Range(0u, 65535u));
     multiplexOption->needs(serviceOption);
     serviceOption->needs(multiplexOption);
     CLI11_PARSE(app, argc, argv);
+    return write(folder, multiplexOption->count() > 0
+                                 ? stream_generator::largePlans(multiplexes, services)
+                                 : stream_generator::demoPlans());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        return run(folder, multiplexes, services, multiplexOption->count() > 0);
+        return run(argc, argv);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "qortv-mkstreams: %s\n", error.what());
         return 1;

@@ -49,8 +49,8 @@ struct MultiplexPlan {
  * demo. */
 std::vector<MultiplexPlan> demoPlans();
 
-/** `services` services spread over `multiplexes` multiplexes of all three media: large lists for
- * timings. */
+/** `services` services spread over the `multiplexes` multiplexes of one terrestrial network: one
+ * large list, for timings. */
 std::vector<MultiplexPlan> largePlans(unsigned multiplexes, unsigned services);
 
 }  // namespace stream_generator

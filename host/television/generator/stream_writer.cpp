@@ -342,7 +342,7 @@ std::string encodeText(const std::string& utf8, TextTable table) {
     const TableName name = tableName(table);
     std::string result(name.selector, name.selectorSize);
     const iconv_t converter = iconv_open(name.charset, "UTF-8");
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (reinterpret_cast<uintptr_t>(converter) == ~uintptr_t{0}) {
         throw std::invalid_argument(fmt::format("no character table {}", name.charset));
     }
     std::string from = utf8;

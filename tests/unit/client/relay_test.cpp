@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <stdexcept>
 #include <string>
@@ -283,24 +284,25 @@ TEST(ClientRelay, CloseWaitsForTheCallThatIsRunning) {
         void onNotification(const Notification&) override {
             entered.set_value();
             leave.get_future().wait();
-            left = true;
         }
         std::promise<void> entered;
         std::promise<void> leave;
-        std::atomic<bool> left{false};
     } listener;
     const sp<Relay> relay = new Relay(listener);
     std::thread caller([&] { relay->notifyEws(1, 2); });
     listener.entered.get_future().wait();
-    std::atomic<bool> leftBeforeClosed{false};
+    std::promise<void> closed;
+    std::future<void> isClosed = closed.get_future();
     std::thread closer([&] {
         relay->close();
-        leftBeforeClosed = listener.left.load();
+        closed.set_value();
     });
+    // Long enough for a close() that does not wait.
+    EXPECT_EQ(isClosed.wait_for(std::chrono::milliseconds{50}), std::future_status::timeout);
     listener.leave.set_value();
     closer.join();
     caller.join();
-    EXPECT_TRUE(leftBeforeClosed);
+    EXPECT_EQ(isClosed.wait_for(std::chrono::milliseconds{0}), std::future_status::ready);
 }
 
 TEST(ClientRelay, CallsTheListenerOnceAtATime) {

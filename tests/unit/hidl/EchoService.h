@@ -1,4 +1,5 @@
-// The service of the runtime's tests: gives back what it gets, counts, calls back, breaks contracts.
+// The service of the runtime's tests: gives back what it gets, counts, calls back, breaks
+// contracts.
 #pragma once
 
 #include <qortv/test/1.0/IEcho.h>

@@ -105,7 +105,8 @@ bool RawClient::openCalls() {
 }
 
 uint64_t RawClient::lookUp() {
-    RawFrame frame = RawFrame::call(wire::kRootObject, wire::kLookUp, "qortv.test@1.0::IEcho/default");
+    RawFrame frame =
+            RawFrame::call(wire::kRootObject, wire::kLookUp, "qortv.test@1.0::IEcho/default");
     wire::FrameHeader header;
     Bytes rest;
     if (!send(mCalls, frame.bytes()) || !receive(mCalls, &header, &rest)) return 0;

@@ -20,7 +20,8 @@ Child::Child(const std::vector<std::string>& arguments) {
     int output[2];
     if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0) abort();
     std::vector<char*> argv{const_cast<char*>("hidl_runtime_test")};
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    for (const std::string& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
     const pid_t parent = getpid();
     mPid = fork();

@@ -47,19 +47,21 @@ TEST_F(HandleTest, DescriptorsAndIntegersComeBack) {
     ASSERT_NE(service, nullptr);
     hidl_handle handle = handleOf({fileWith("one"), fileWith("two")}, {7, -8, 9});
     bool called = false;
-    EXPECT_TRUE(service->echoHandle(handle, [&](const hidl_handle& back) {
-                           called = true;
-                           ASSERT_NE(back.getNativeHandle(), nullptr);
-                           ASSERT_EQ(back->numFds, 2);
-                           ASSERT_EQ(back->numInts, 3);
-                           EXPECT_NE(back->data[0], handle->data[0]);
-                           EXPECT_TRUE(sameFile(back->data[0], handle->data[0]));
-                           EXPECT_EQ(contentOf(back->data[1]), "two");
-                           EXPECT_EQ(back->data[2], 7);
-                           EXPECT_EQ(back->data[3], -8);
-                           EXPECT_EQ(back->data[4], 9);
-                           EXPECT_NE(fcntl(back->data[0], F_GETFD) & FD_CLOEXEC, 0);
-                       }).isOk());
+    EXPECT_TRUE(service->echoHandle(handle,
+                                    [&](const hidl_handle& back) {
+                                        called = true;
+                                        ASSERT_NE(back.getNativeHandle(), nullptr);
+                                        ASSERT_EQ(back->numFds, 2);
+                                        ASSERT_EQ(back->numInts, 3);
+                                        EXPECT_NE(back->data[0], handle->data[0]);
+                                        EXPECT_TRUE(sameFile(back->data[0], handle->data[0]));
+                                        EXPECT_EQ(contentOf(back->data[1]), "two");
+                                        EXPECT_EQ(back->data[2], 7);
+                                        EXPECT_EQ(back->data[3], -8);
+                                        EXPECT_EQ(back->data[4], 9);
+                                        EXPECT_NE(fcntl(back->data[0], F_GETFD) & FD_CLOEXEC, 0);
+                                    })
+                        .isOk());
     EXPECT_TRUE(called);
 }
 
@@ -91,26 +93,30 @@ TEST_F(HandleTest, HandlesInVectorsAndStructures) {
     handles[2] = handleOf({fileWith("a"), fileWith("b"), fileWith("c")}, {1});
     handles[3] = handleOf({}, {2, 3});
     int called = 0;
-    EXPECT_TRUE(service->echoHandles(handles, [&](const hidl_vec<hidl_handle>& back) {
-                           ++called;
-                           ASSERT_EQ(back.size(), 4u);
-                           EXPECT_EQ(contentOf(back[0]->data[0]), "zero");
-                           EXPECT_EQ(back[1].getNativeHandle(), nullptr);
-                           EXPECT_EQ(contentOf(back[2]->data[2]), "c");
-                           EXPECT_EQ(back[3]->data[1], 3);
-                       }).isOk());
+    EXPECT_TRUE(service->echoHandles(handles,
+                                     [&](const hidl_vec<hidl_handle>& back) {
+                                         ++called;
+                                         ASSERT_EQ(back.size(), 4u);
+                                         EXPECT_EQ(contentOf(back[0]->data[0]), "zero");
+                                         EXPECT_EQ(back[1].getNativeHandle(), nullptr);
+                                         EXPECT_EQ(contentOf(back[2]->data[2]), "c");
+                                         EXPECT_EQ(back[3]->data[1], 3);
+                                     })
+                        .isOk());
     hidl_vec<Holder> holders;
     holders.resize(2);
     holders[0].what = "first";
     holders[0].file = handleOf({fileWith("inside")}, {});
     holders[1].what = "second";
-    EXPECT_TRUE(service->echoHolders(holders, [&](const hidl_vec<Holder>& back) {
-                           ++called;
-                           ASSERT_EQ(back.size(), 2u);
-                           EXPECT_EQ(back[0].what, "first");
-                           EXPECT_EQ(contentOf(back[0].file->data[0]), "inside");
-                           EXPECT_EQ(back[1].file.getNativeHandle(), nullptr);
-                       }).isOk());
+    EXPECT_TRUE(service->echoHolders(holders,
+                                     [&](const hidl_vec<Holder>& back) {
+                                         ++called;
+                                         ASSERT_EQ(back.size(), 2u);
+                                         EXPECT_EQ(back[0].what, "first");
+                                         EXPECT_EQ(contentOf(back[0].file->data[0]), "inside");
+                                         EXPECT_EQ(back[1].file.getNativeHandle(), nullptr);
+                                     })
+                        .isOk());
     EXPECT_EQ(called, 2);
 }
 

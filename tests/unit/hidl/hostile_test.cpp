@@ -1,4 +1,5 @@
-// A peer that breaks the rules loses its session, with one log line; everybody else notices nothing.
+// A peer that breaks the rules loses its session, with one log line; everybody else notices
+// nothing.
 #include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
@@ -43,8 +44,12 @@ class HostileTest : public ServiceTest {
     // The service goes on as before, has let go of everything, and wrote so many lines.
     void expectUnharmed(size_t lines) {
         EXPECT_EQ(mEcho->number().withDefault(0), 42);
-        EXPECT_TRUE(eventually(
-                [&] { return mEcho->openDescriptors().withDefault(-1) == mDescriptors; }));
+        int32_t descriptors = 0;
+        eventually([&] {
+            descriptors = mEcho->openDescriptors().withDefault(-1);
+            return descriptors == mDescriptors;
+        });
+        EXPECT_EQ(descriptors, mDescriptors);
         expectLines(lines);
     }
 
@@ -163,8 +168,8 @@ TEST_F(HostileTest, ImpossibleSizes) {
     expectSessionEnds(frame.bytes(), "impossible size");
     frame.header.size = 44;
     expectSessionEnds(frame.bytes(), "impossible size");
-    frame.header.size = static_cast<uint32_t>(sizeof(wire::FrameHeader) +
-                                              limits::kTransactionBytes + 8);
+    frame.header.size =
+            static_cast<uint32_t>(sizeof(wire::FrameHeader) + limits::kTransactionBytes + 8);
     expectSessionEnds(frame.bytes(), "longer than allowed");
     frame.header.size = 0xfffffff8;
     expectSessionEnds(frame.bytes(), "longer than allowed");
@@ -356,7 +361,7 @@ TEST_F(HostileTest, MistakesThatKeepTheSession) {
     expectUnharmed(3);
 }
 
-// Sessions end, calls fail, memory and descriptors stay: thousands of messages with random errors.
+// Sessions end, calls fail, memory and descriptors stay: messages with random errors.
 TEST_F(HostileTest, RandomMessages) {
     std::mt19937 random(20240229);
     auto round = [&](int count) {
@@ -386,15 +391,16 @@ TEST_F(HostileTest, RandomMessages) {
     };
     round(150);
     const uint64_t before = mEcho->allocatedBytes().withDefault(0);
-    round(300);
+    round(1000);
     const uint64_t after = mEcho->allocatedBytes().withDefault(0);
-    // What is kept for reuse varies a little from run to run; a leak of a session would be thousands
-    // of bytes each.
-    EXPECT_LT(after, before + 64 * 1024);
+    // What threads keep for reuse varies with the sizes they met; leaking sessions would be more
+    // than a thousand bytes each.
+    EXPECT_LT(after, before + 400 * 1024);
     EXPECT_EQ(mEcho->number().withDefault(0), 42);
 }
 
-// Without free descriptors a service answers those it knows, and takes new ones when it has some again.
+// Without free descriptors a service answers those it knows, and takes new ones when it has some
+// again.
 TEST_F(HostileTest, OutOfDescriptors) {
     rlimit old;
     ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, nullptr, &old), 0);
@@ -445,8 +451,8 @@ TEST_F(StrangerTest, ServiceRefusesAnotherUser) {
               std::string::npos);
 }
 
-// The test's own service is the stranger: as root a process that gave root up, else one that the client
-// takes for a stranger because it takes itself for another user.
+// The test's own service is the stranger: as root a process that gave root up, else one that the
+// client takes for a stranger because it takes itself for another user.
 TEST_F(StrangerTest, ClientRefusesAnotherUsersService) {
     if (geteuid() == 0) {
         ASSERT_EQ(chown(mFolder.c_str(), 65534, 65534), 0);

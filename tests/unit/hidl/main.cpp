@@ -1,12 +1,13 @@
 // The tests' binary, and the roles in which they start it again as another process:
 //   --service THREADS LOG [UID [SETUID]]
-//                                 serves an EchoService until it is killed; its log lines go to LOG; it
-//                                 takes itself for a process of user UID (-1: its own), and becomes
-//                                 one of SETUID
+//                                 serves an EchoService until it is killed; its log lines go to
+//                                 LOG; it takes itself for a process of user UID (-1: its own), and
+//                                 becomes one of SETUID
 //   --listener COUNT              adds COUNT listeners, says "ready", keeps them until a line comes
 //   --callers THREADS CALLS       calls from many threads, says how many answers were right
 //   --watched COOKIE              lets the service watch a listener's death, says "ready", waits
-//   --brief                       registers a service, says "registered", ends in order after a line
+//   --brief                       registers a service, says "registered", ends in order after a
+//   line
 #include <android/log.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>

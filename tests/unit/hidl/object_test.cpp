@@ -157,8 +157,8 @@ TEST_F(ObjectTest, CallbackAfterTheAnswer) {
     sp<Listener> listener = new Listener;
     for (int32_t i = 0; i < 20; ++i) {
         std::string text;
-        EXPECT_TRUE(
-                service->answerThenCall(listener, i, [&](const hidl_string& t) { text = t; }).isOk());
+        EXPECT_TRUE(service->answerThenCall(listener, i, [&](const hidl_string& t) { text = t; })
+                            .isOk());
         EXPECT_EQ(text, "answered");
     }
     EXPECT_TRUE(eventually([&] { return listener->events().size() == 20; }));

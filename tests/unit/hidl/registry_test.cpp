@@ -87,9 +87,8 @@ TEST_F(RegistryTest, NamesOfTheWholeChain) {
     EXPECT_EQ(INode::tryGetService("100% new"), node);
     EXPECT_EQ(ILoud::tryGetService(), nullptr);
     std::vector<std::string> names;
-    ::android::hardware::defaultServiceManager()->list([&](const hidl_vec<hidl_string>& all) {
-        names.assign(all.begin(), all.end());
-    });
+    ::android::hardware::defaultServiceManager()->list(
+            [&](const hidl_vec<hidl_string>& all) { names.assign(all.begin(), all.end()); });
     EXPECT_EQ(names, (std::vector<std::string>{"qortv.test@1.0::ILoud/100% new",
                                                "qortv.test@1.0::INode/100% new"}));
 }

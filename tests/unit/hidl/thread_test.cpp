@@ -29,7 +29,8 @@ TEST_F(ThreadTest, TwentyClientsWithEightThreads) {
     EXPECT_TRUE(serviceLog().empty());
 }
 
-// A service has as many threads as it was given: that many callers are inside at once, one more waits.
+// A service has as many threads as it was given: that many callers are inside at once, one more
+// waits.
 TEST_F(ThreadTest, PoolGrowsToItsBound) {
     startService(4);
     sp<IEcho> service = echo();

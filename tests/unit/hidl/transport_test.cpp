@@ -78,7 +78,8 @@ TEST_F(TransportTest, VectorsOfAllSizes) {
         bytes.resize(size);
         for (size_t i = 0; i < size; ++i) bytes[i] = static_cast<uint8_t>(i * 7);
         bool same = false;
-        EXPECT_TRUE(service->echoBytes(bytes, [&](const auto& back) { same = back == bytes; }).isOk());
+        EXPECT_TRUE(
+                service->echoBytes(bytes, [&](const auto& back) { same = back == bytes; }).isOk());
         EXPECT_TRUE(same) << size;
     }
     hidl_vec<uint16_t> words{1, 65535, 3};
@@ -106,9 +107,10 @@ TEST_F(TransportTest, ThousandsOfTexts) {
     long_texts.resize(600);
     for (size_t i = 0; i < long_texts.size(); ++i) long_texts[i] = std::string(1200 + i % 9, 'a');
     int same = 0;
-    EXPECT_TRUE(service->echoStrings(texts, [&](const auto& back) { same += back == texts; }).isOk());
     EXPECT_TRUE(
-            service->echoStrings(long_texts, [&](const auto& b) { same += b == long_texts; }).isOk());
+            service->echoStrings(texts, [&](const auto& back) { same += back == texts; }).isOk());
+    EXPECT_TRUE(service->echoStrings(long_texts, [&](const auto& b) { same += b == long_texts; })
+                        .isOk());
     EXPECT_EQ(same, 2);
 }
 
@@ -153,14 +155,15 @@ TEST_F(TransportTest, SeveralResults) {
     sp<IEcho> service = echo();
     ASSERT_NE(service, nullptr);
     bool called = false;
-    service->several(7, "text", [&](int32_t sum, const hidl_string& text,
-                                    const hidl_vec<uint32_t>& numbers, bool ok) {
-        called = true;
-        EXPECT_EQ(sum, 8);
-        EXPECT_EQ(text, "text!");
-        EXPECT_EQ(numbers, (hidl_vec<uint32_t>{1, 2, 3}));
-        EXPECT_TRUE(ok);
-    });
+    service->several(
+            7, "text",
+            [&](int32_t sum, const hidl_string& text, const hidl_vec<uint32_t>& numbers, bool ok) {
+                called = true;
+                EXPECT_EQ(sum, 8);
+                EXPECT_EQ(text, "text!");
+                EXPECT_EQ(numbers, (hidl_vec<uint32_t>{1, 2, 3}));
+                EXPECT_TRUE(ok);
+            });
     EXPECT_TRUE(called);
 }
 
@@ -243,11 +246,10 @@ TEST_F(TransportTest, BaseMethods) {
     ASSERT_NE(service, nullptr);
     EXPECT_TRUE(service->ping().isOk());
     std::vector<std::string> chain;
-    service->interfaceChain([&](const hidl_vec<hidl_string>& names) {
-        chain.assign(names.begin(), names.end());
-    });
-    EXPECT_EQ(chain, (std::vector<std::string>{"qortv.test@1.0::IEcho",
-                                               "android.hidl.base@1.0::IBase"}));
+    service->interfaceChain(
+            [&](const hidl_vec<hidl_string>& names) { chain.assign(names.begin(), names.end()); });
+    EXPECT_EQ(chain,
+              (std::vector<std::string>{"qortv.test@1.0::IEcho", "android.hidl.base@1.0::IBase"}));
     std::string descriptor;
     service->interfaceDescriptor([&](const hidl_string& name) { descriptor = name; });
     EXPECT_EQ(descriptor, "qortv.test@1.0::IEcho");

@@ -27,7 +27,6 @@ constexpr int64_t kNoSize = -1;
 struct TextRow {
     const char* function;
     size_t capacity;
-    bool isSizedByCaller;
     std::function<void(switchboard::Switchboard&, const Writer&)> plug;
     std::function<void(QorTvApiImpl&, uint32_t length, const TextAnswer&)> call;
 };
@@ -36,14 +35,14 @@ void PrintTo(const TextRow& row, std::ostream* out) {
     *out << row.function;
 }
 
-/** For the caller-sized ones; every other row has the size of its method. */
+/** What is asked for of the methods whose client says the size. */
 constexpr size_t kLength = 12;
 
 const hidl_string kFile = "file.ini";
 const hidl_string kKey = "section:key";
 
-const TextRow kRows[] = {
-        {"a_qortvapi_util_get_sys_version", 100, false,
+const TextRow kFixedRows[] = {
+        {"a_qortvapi_util_get_sys_version", 100,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_util_get_sys_version>([write](int32_t kind, char* text) {
                  EXPECT_EQ(kind, -3);
@@ -53,7 +52,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_util_get_sys_version(-3, answer);
          }},
-        {"a_qortvapi_load_ch_logo", 256, false,
+        {"a_qortvapi_load_ch_logo", 256,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_load_ch_logo>(
                      [write](uint16_t network, uint16_t service, uint32_t frequency, char* path) {
@@ -66,7 +65,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_load_ch_logo(kSecond, 0xfffc, kFirst, answer);
          }},
-        {"a_qortvapi_oad_get_scheduleinfo", 200, false,
+        {"a_qortvapi_oad_get_scheduleinfo", 200,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_oad_get_scheduleinfo>(
                      [write](char* text, uint32_t size) { return write(text, size); });
@@ -74,7 +73,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_oad_get_scheduleinfo(answer);
          }},
-        {"a_qortvapi_oad_get_datainfo", 200, false,
+        {"a_qortvapi_oad_get_datainfo", 200,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_oad_get_datainfo>(
                      [write](int32_t item, char* text, uint32_t size) {
@@ -85,7 +84,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_oad_get_datainfo(-3, answer);
          }},
-        {"a_qortvapi_mds_getValue", 5120, false,
+        {"a_qortvapi_mds_getValue", 5120,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_mds_getValue>(
                      [write](const char* message, int32_t item, char* value) {
@@ -97,7 +96,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_mds_getValue(kKey, -3, answer);
          }},
-        {"a_qortvapi_parser_get_string", 256, false,
+        {"a_qortvapi_parser_get_string", 256,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_parser_get_string>(
                      [write](const char* key, char* value, uint32_t* length) {
@@ -115,7 +114,10 @@ const TextRow kRows[] = {
                          answer(value, result);
                      });
          }},
-        {"a_qortvapi_banner_get_item_content", kLength, true,
+};
+
+const TextRow kCallerSizedRows[] = {
+        {"a_qortvapi_banner_get_item_content", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_banner_get_item_content>(
                      [write](int32_t item, int32_t index, char* content, uint32_t length) {
@@ -127,7 +129,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t length, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_banner_get_item_content(-3, -4, length, answer);
          }},
-        {"a_qortvapi_get_base_config_file_path", kLength, true,
+        {"a_qortvapi_get_base_config_file_path", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_get_base_config_file_path>(
                      [write](char* path, int16_t length) { return write(path, length); });
@@ -135,7 +137,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t length, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_get_base_config_file_path(static_cast<int16_t>(length), answer);
          }},
-        {"a_qortvapi_parser_get_string_config_data", kLength, true,
+        {"a_qortvapi_parser_get_string_config_data", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_parser_get_string_config_data>(
                      [write](const char* file, const char* key, char* value, int16_t length) {
@@ -148,7 +150,7 @@ const TextRow kRows[] = {
              impl.a_hidl_a_qortvapi_parser_get_string_config_data(
                      kFile, kKey, static_cast<int16_t>(length), answer);
          }},
-        {"a_qortvapi_audio_info_get_current_lanuage", kLength, true,
+        {"a_qortvapi_audio_info_get_current_lanuage", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_audio_info_get_current_lanuage>(
                      [write](char* language, uint32_t length) { return write(language, length); });
@@ -156,7 +158,7 @@ const TextRow kRows[] = {
          [](auto& impl, uint32_t length, const TextAnswer& answer) {
              impl.a_hidl_a_qortvapi_audio_info_get_current_lanuage(length, answer);
          }},
-        {"a_qortvapi_event_atsc_get_detail_info_by_index", kLength, true,
+        {"a_qortvapi_event_atsc_get_detail_info_by_index", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_event_atsc_get_detail_info_by_index>(
                      [write](uint32_t list, uint16_t index, char* details, uint32_t length) {
@@ -169,7 +171,7 @@ const TextRow kRows[] = {
              impl.a_hidl_a_qortvapi_event_atsc_get_detail_info_by_index(kFirst, kSecond, length,
                                                                         answer);
          }},
-        {"a_qortvapi_event_atsc_get_details_info", kLength, true,
+        {"a_qortvapi_event_atsc_get_details_info", kLength,
          [](auto& tv, const Writer& write) {
              tv.template on<&a_qortvapi_event_atsc_get_details_info>(
                      [write](uint32_t event, char* details, uint32_t size) {
@@ -211,7 +213,9 @@ TEST_P(ServiceCoreText, endsAtItsFirstNul) {
 
 TEST_P(ServiceCoreText, mayFillItsBuffer) {
     EXPECT_EQ(answersTo([&](char* buffer, int64_t size) {
-                  if (size != kNoSize) EXPECT_EQ(size, static_cast<int64_t>(row.capacity));
+                  if (size != kNoSize) {
+                      EXPECT_EQ(size, static_cast<int64_t>(row.capacity));
+                  }
                   EXPECT_EQ(std::string(buffer, row.capacity), std::string(row.capacity, '\0'))
                           << "zeroed before the call";
                   memset(buffer, 'x', row.capacity);
@@ -224,8 +228,9 @@ TEST_P(ServiceCoreText, isEmptyAfterAFailure) {
     EXPECT_EQ(answersTo([](char*, int64_t) { return -6; }), (Texts::All{{"", -6}}));
 }
 
-TEST_P(ServiceCoreText, isEmptyWhereNoLengthIsAskedFor) {
-    if (!row.isSizedByCaller) GTEST_SKIP() << "has a size of its own";
+using ServiceCoreCallerSizedText = ServiceCoreText;
+
+TEST_P(ServiceCoreCallerSizedText, isEmptyWhereNoLengthIsAskedFor) {
     EXPECT_EQ(answersTo(
                       [](char* buffer, int64_t size) {
                           EXPECT_NE(buffer, nullptr);
@@ -236,8 +241,13 @@ TEST_P(ServiceCoreText, isEmptyWhereNoLengthIsAskedFor) {
               (Texts::All{{"", 3}}));
 }
 
-INSTANTIATE_TEST_SUITE_P(, ServiceCoreText, testing::ValuesIn(kRows),
-                         [](const auto& row) { return std::string(row.param.function); });
+std::string nameOf(const testing::TestParamInfo<TextRow>& row) {
+    return row.param.function;
+}
+
+INSTANTIATE_TEST_SUITE_P(Fixed, ServiceCoreText, testing::ValuesIn(kFixedRows), nameOf);
+INSTANTIATE_TEST_SUITE_P(CallerSized, ServiceCoreText, testing::ValuesIn(kCallerSizedRows), nameOf);
+INSTANTIATE_TEST_SUITE_P(, ServiceCoreCallerSizedText, testing::ValuesIn(kCallerSizedRows), nameOf);
 
 class ServiceCoreTextLines : public CoreTest {
   protected:

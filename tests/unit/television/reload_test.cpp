@@ -58,10 +58,22 @@ TEST_F(TelevisionReload, FolderThatComesLater) {
     waitForChannels(5);
 }
 
+TEST_F(TelevisionReload, FolderThatIsReplaced) {
+    writeStreams(streams(), {demoPlans()[0]});
+    start();
+    a_qortvapi_channellist_register_callback(channelList, nullptr);
+    waitForChannels(5);
+    std::filesystem::rename(streams(), streams() + ".away");
+    EventLog::instance().wait("channelList", 2);
+    EXPECT_EQ(services(SVL_ID_TERRESTRIAL).size(), 5u);  // what is not there cannot be missed
+    writeStreams(streams(), {demoPlans()[8]});
+    waitForChannels(4);
+    EXPECT_EQ(services(SVL_ID_TERRESTRIAL).size(), 0u);
+}
+
 TEST_F(TelevisionReload, FilesThatAreNoStreamsDoNotWakeIt) {
     const TempFolder other;
     television::FolderWatch watch(other.path(), milliseconds(5));
-    std::thread stopper;
     other.write("notes.txt", {1});
     std::atomic<bool> woken{false};
     std::thread waiter([&] { woken = watch.wait(); });

@@ -16,8 +16,8 @@ struct IServiceManager : public ::android::hidl::base::V1_0::IBase {
     virtual ::android::hardware::Return<void> list(list_cb _hidl_cb) = 0;
 
     // Tells `callback` of every registration of `fqName` ("package@1.0::IFoo") with instance `name`
-    // (empty: any), of present ones too. The registry keeps `callback` for the process's life. False
-    // if it is null, the name is empty, or the runtime folder cannot be watched.
+    // (empty: any), of present ones too. The registry keeps `callback` for the process's life.
+    // False if it is null, the name is empty, or the runtime folder cannot be watched.
     virtual ::android::hardware::Return<bool> registerForNotifications(
             const ::android::hardware::hidl_string& fqName,
             const ::android::hardware::hidl_string& name,

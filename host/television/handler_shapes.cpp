@@ -1,0 +1,138 @@
+#include "handler_shapes.h"
+
+#include <map>
+#include <type_traits>
+
+#include "middleware/apptv.h"
+#include "middleware/audio_info.h"
+#include "middleware/banner.h"
+#include "middleware/broadcast.h"
+#include "middleware/channellist.h"
+#include "middleware/ginga.h"
+#include "middleware/highlevel.h"
+#include "middleware/mheg5.h"
+#include "middleware/pcl.h"
+#include "middleware/pwddlg.h"
+#include "middleware/scc.h"
+#include "middleware/screensaver.h"
+#include "middleware/subtitle.h"
+#include "middleware/svctx.h"
+#include "middleware/teletext.h"
+#include "middleware/upgrade.h"
+#include "middleware/videoinfo.h"
+#include "service_context.h"
+
+namespace television {
+namespace {
+
+/** The middleware hands small integers over as pointers. */
+void* asPointer(uint32_t value) {
+    return reinterpret_cast<void*>(uintptr_t{value});
+}
+
+int32_t asSigned(uint32_t value) {
+    return static_cast<int32_t>(value);
+}
+
+/** The shape that most handlers have, and all that have none of their own below. */
+using UpdateHandler = void (*)(int32_t, void*, void*, void*, void*, void*);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_update_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_tvprovider_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_svlid_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_tslid_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_bisskey_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_channellist_nwl_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_broadcast_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_apptv_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_audio_info_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_banner_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_highlevel_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_pwddlg_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_subtitle_nfy_fct>);
+
+using Shape = void (*)(const Registrations&, const Event&);
+
+/** Calls each handler of the type through `pass(handler, tag, event)`. */
+template <typename Handler, void (*Pass)(Handler, void*, const Event&)>
+void shaped(const Registrations& registrations, const Event& event) {
+    registrations.each<Handler>(event.to,
+                                [&](Handler handler, void* tag) { Pass(handler, tag, event); });
+}
+
+void passUpdate(UpdateHandler handler, void* tag, const Event& event) {
+    const auto& a = event.arguments;
+    handler(event.code, tag, asPointer(a[0]), asPointer(a[1]), asPointer(a[2]), asPointer(a[3]));
+}
+
+void passContext(c_svctx_nfy_fct handler, void* tag, const Event& event) {
+    handler(event.to.number, static_cast<uint32_t>(event.code), event.arguments[0],
+            event.arguments[1], tag);
+}
+
+void passDetection(c_scc_src_detect_nfy_fct handler, void* tag, const Event& event) {
+    handler(event.to.number, event.code, tag, asSigned(event.arguments[0]),
+            asSigned(event.arguments[1]));
+}
+
+void passPower(c_pcl_nfy_fct handler, void* tag, const Event& event) {
+    handler(kPowerControlHandle, tag, static_cast<uint32_t>(event.code), event.arguments[0]);
+}
+
+void passUpgrade(a_qortvapi_upgrade_nfy_fct handler, void* tag, const Event& event) {
+    handler(event.code, asSigned(event.arguments[0]), asSigned(event.arguments[1]), tag);
+}
+
+/** The frame rate is the last argument: progressive and rate share one in the event. */
+void passVideo(a_qortvapi_videoinfo_nfy_fct handler, void* tag, const Event& event) {
+    const auto& a = event.arguments;
+    handler(event.code, tag, asPointer(a[0]), asPointer(a[1]), asPointer(a[2]),
+            asPointer(a[3] >> 31), asPointer(a[3] & INT32_MAX), nullptr);
+}
+
+/** Three integers, and three integers as pointers. */
+using IntegersHandler = void (*)(int32_t, void*, int32_t, int32_t, int32_t);
+static_assert(std::is_same_v<IntegersHandler, a_qortvapi_screensaver_msg_nfy_fct>);
+static_assert(std::is_same_v<IntegersHandler, a_qortvapi_mheg5_nfy_fct>);
+void passIntegers(IntegersHandler handler, void* tag, const Event& event) {
+    const auto& a = event.arguments;
+    handler(event.code, tag, asSigned(a[0]), asSigned(a[1]), asSigned(a[2]));
+}
+
+using ThreeHandler = void (*)(int32_t, void*, void*, void*, void*);
+static_assert(std::is_same_v<ThreeHandler, a_qortvapi_ginga_nfy_fct>);
+static_assert(std::is_same_v<ThreeHandler, a_qortvapi_teletext_nfy_fct>);
+void passThree(ThreeHandler handler, void* tag, const Event& event) {
+    const auto& a = event.arguments;
+    handler(event.code, tag, asPointer(a[0]), asPointer(a[1]), asPointer(a[2]));
+}
+
+Shape shapeOf(const switchboard::SlotBase* slot) {
+    static const std::map<const switchboard::SlotBase*, Shape> shapes = {
+            {&switchboard::slot<&c_svctx_set_listener>, shaped<c_svctx_nfy_fct, passContext>},
+            {&switchboard::slot<&c_scc_vid_set_src_detect_nfy>,
+             shaped<c_scc_src_detect_nfy_fct, passDetection>},
+            {&switchboard::slot<&c_pcl_reg_nfy_fct>, shaped<c_pcl_nfy_fct, passPower>},
+            {&switchboard::slot<&a_qortvapi_upgrade_register_callback>,
+             shaped<a_qortvapi_upgrade_nfy_fct, passUpgrade>},
+            {&switchboard::slot<&a_qortvapi_videoinfo_reg_common_nfy>,
+             shaped<a_qortvapi_videoinfo_nfy_fct, passVideo>},
+            {&switchboard::slot<&a_qortvapi_screensaver_register_msg_callback>,
+             shaped<IntegersHandler, passIntegers>},
+            {&switchboard::slot<&a_qortvapi_mheg5_register_msg_callback>,
+             shaped<IntegersHandler, passIntegers>},
+            {&switchboard::slot<&a_qortvapi_ginga_register_callback>,
+             shaped<ThreeHandler, passThree>},
+            {&switchboard::slot<&a_qortvapi_teletext_register_msg_callback>,
+             shaped<ThreeHandler, passThree>},
+    };
+    const auto found = shapes.find(slot);
+    return found == shapes.end() ? shaped<UpdateHandler, passUpdate> : found->second;
+}
+
+}  // namespace
+
+void callHandlers(const Registrations& registrations, const Event& event) {
+    shapeOf(event.to.slot)(registrations, event);
+}
+
+}  // namespace television
