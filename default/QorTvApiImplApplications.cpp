@@ -246,10 +246,8 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_ginga_getApplicationInfo_ex(
     }
     uint32_t reported = count;
     const int32_t result = a_qortvapi_ginga_getApplicationInfo_ex(records.data(), &reported);
-    // A middleware that knows of more applications than were asked for may report all of them. The
-    // client learns of the number and gets the records that there is memory for.
-    const size_t held = std::min(reported, count);
-    _hidl_cb(borrowedBytes(records.data(), held * sizeof(GingaApplication)), reported, result);
+    _hidl_cb(borrowedBytes(records.data(), records.held(reported) * sizeof(GingaApplication)),
+             reported, result);
     return Void();
 }
 

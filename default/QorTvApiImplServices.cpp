@@ -45,9 +45,9 @@ void answerAudioRecords(
     const CallerArray<QORTVAPI_AUDIO_RECORD_T> records(
             count, CallerArray<QORTVAPI_AUDIO_RECORD_T>::kRequired, method);
     const int32_t result = function(records.data(), &reported);
-    const uint32_t filled = std::min(reported, count);
-    callback(borrowedBytes(records.data(), filled * sizeof(QORTVAPI_AUDIO_RECORD_T)), filled,
-             result);
+    callback(borrowedBytes(records.data(),
+                           records.held(reported) * sizeof(QORTVAPI_AUDIO_RECORD_T)),
+             reported, result);
 }
 
 /** Reads a value of `size` bytes; the middleware finds in the buffer what fits of `data`. */
@@ -275,8 +275,7 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_event_atsc_check_EIT_status(
     uint32_t event_list = 0;
     const int32_t result = a_qortvapi_event_atsc_check_EIT_status(channel_id, status.data(),
                                                                   &reported, &event_list);
-    const uint8_t filled = std::min(reported, groups);
-    _hidl_cb(borrowedVector(status.data(), filled), filled, event_list, result);
+    _hidl_cb(borrowedVector(status.data(), status.held(reported)), reported, event_list, result);
     return Void();
 }
 

@@ -159,8 +159,7 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_screenmode_get_all_screen_mode(
     const CallerArray<uint16_t> modes(count);
     uint32_t reported = count;
     const int32_t result = a_qortvapi_screenmode_get_all_screen_mode(modes.data(), &reported);
-    const uint32_t filled = std::min(reported, count);
-    _hidl_cb(borrowedVector(modes.data(), filled), filled, result);
+    _hidl_cb(borrowedVector(modes.data(), modes.held(reported)), reported, result);
     return Void();
 }
 

@@ -2,6 +2,7 @@
 
 #include "QorTvApiShareMemory.h"
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 
@@ -48,8 +49,10 @@ QorTvApiShareMemory::~QorTvApiShareMemory() {
 }
 
 // A dma-buf refuses to be mapped beyond its end. A file does not: it would fault, and take the
-// service with it, where the middleware writes behind the last page.
+// service with it, where the middleware writes behind the last page. So that it does not become
+// shorter after the look either, a memory file that can be sealed is sealed.
 bool QorTvApiShareMemory::isShorterThanRegion() const {
+    fcntl(m_share_fd, F_ADD_SEALS, F_SEAL_SHRINK);
     struct stat buffer = {};
     return fstat(m_share_fd, &buffer) == 0 && S_ISREG(buffer.st_mode) &&
            static_cast<uint64_t>(buffer.st_size) < m_size;

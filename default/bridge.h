@@ -9,6 +9,7 @@
 #include <hidl/HidlSupport.h>
 #include <hidl/Status.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -74,7 +75,7 @@ class CallerArray {
 
     explicit CallerArray(int64_t count, Kind kind = kRequired,
                          const char* method = __builtin_FUNCTION())
-        : mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
+        : mCount(count), mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
         if (mData == nullptr && kind == kRequired) endForLackOfMemory(count, sizeof(T), method);
     }
     ~CallerArray() { free(mData); }
@@ -82,8 +83,15 @@ class CallerArray {
     CallerArray& operator=(const CallerArray&) = delete;
 
     T* data() const { return mData; }
+    /**
+     * How many elements to answer with when the middleware reports `reported`. It may know of more
+     * than were asked for and report them all: the client learns the number, and gets what there is
+     * memory for.
+     */
+    size_t held(size_t reported) const { return std::min(reported, static_cast<size_t>(mCount)); }
 
   private:
+    int64_t mCount;
     T* mData;
 };
 

@@ -29,8 +29,10 @@ int32_t hh_a_qortvapi_util_init() {
 void hh_a_qortvapi_util_get(
         const hidl_string& name, int32_t kind, const hidl_vec<uint8_t>& data, uint64_t size,
         const std::function<void(uint64_t, const hidl_vec<uint8_t>&, int32_t)>& answer) {
+    // The client's bytes are all copied, whatever size it names: there is room for either.
     const auto capacity = static_cast<uint32_t>(size);
-    const CallerArray<uint8_t> buffer(capacity, CallerArray<uint8_t>::kOptional);
+    const CallerArray<uint8_t> buffer(std::max<int64_t>(capacity, data.size()),
+                                      CallerArray<uint8_t>::kOptional);
     if (buffer.data() == nullptr) {
         TVAPI_LOG("Alloc memory fail!!!!\n");
         return answer(size, {}, -1);

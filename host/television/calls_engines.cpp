@@ -1,13 +1,12 @@
 // The engines of interactive television and of warnings: whether they run. The streams carry no
 // applications, so there is nothing for them to run.
+#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 
 #include "calls.h"
-#include "client_text.h"
 #include "middleware/bml.h"
 #include "middleware/dfmngr.h"
 #include "middleware/eas.h"

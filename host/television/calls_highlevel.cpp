@@ -1,12 +1,11 @@
 // High-level control of the television, and the questions that it asks the applications.
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <mutex>
 #include <vector>
 
 #include "calls.h"
-#include "client_text.h"
-#include "log.h"
 #include "middleware/highlevel.h"
 #include "middleware/mheg5.h"
 #include "middleware/wakelock.h"
@@ -17,7 +16,6 @@ namespace {
 /** Who answers may copy a whole transaction into the buffer without looking at its length. */
 constexpr size_t kAnswerRoom = size_t{1} << 20;
 
-constexpr size_t kLongestText = 4096;
 constexpr const char* kMimeTypes[] = {"application/vnd.hbbtv.xhtml+xml", "text/plain"};
 
 /** The last answers. */

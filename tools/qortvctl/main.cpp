@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 constexpr char kFooter[] = R"(Examples:
   qortvctl list
   qortvctl channels --medium cable
-  qortvctl select "Das Erste"
+  qortvctl select "World News HD"
   qortvctl watch --for 10
   qortvctl --timeout 30 channels --json
 
@@ -44,7 +44,7 @@ constexpr char kSelectFooter[] =
 Examples:
   qortvctl select 7
   qortvctl select 1 --medium cable
-  qortvctl select "das erste")";
+  qortvctl select "world news")";
 
 constexpr char kWatchFooter[] =
         R"(Ends with Ctrl-C. Waits for a service that dies and registers with it again, and says so on

@@ -41,7 +41,7 @@ struct hidl_pointer {
     T* operator->() const { return mPointer; }
 
   private:
-    union {
+    union alignas(8) {
         uint64_t mPadding;
         T* mPointer;
     };

@@ -103,6 +103,8 @@ class Parcel {
     status_t writeScalar(T value);
     template <typename T>
     status_t readScalar(T* value) const;
+    template <typename T>
+    status_t readNarrow(T* value) const;
     status_t writeBufferObject(const void* buffer, size_t length, size_t* handle, bool embedded,
                                size_t parentHandle, size_t parentOffset);
     status_t readBufferObject(size_t length, size_t* handle, bool embedded, size_t parentHandle,

@@ -121,16 +121,14 @@ status_t Parcel::writeDouble(double value) {
     return writeScalar(value);
 }
 
-namespace {
-
 // Narrow types travel in a unit of 4 bytes.
 template <typename T>
-status_t narrow(status_t status, uint32_t unit, T* value) {
+status_t Parcel::readNarrow(T* value) const {
+    uint32_t unit = 0;
+    const status_t status = readScalar(&unit);
     if (status == OK) *value = static_cast<T>(unit);
     return status;
 }
-
-}  // namespace
 
 status_t Parcel::readBool(bool* value) const {
     uint32_t unit = 0;
@@ -139,20 +137,16 @@ status_t Parcel::readBool(bool* value) const {
     return status;
 }
 status_t Parcel::readInt8(int8_t* value) const {
-    uint32_t unit = 0;
-    return narrow(readScalar(&unit), unit, value);
+    return readNarrow(value);
 }
 status_t Parcel::readUint8(uint8_t* value) const {
-    uint32_t unit = 0;
-    return narrow(readScalar(&unit), unit, value);
+    return readNarrow(value);
 }
 status_t Parcel::readInt16(int16_t* value) const {
-    uint32_t unit = 0;
-    return narrow(readScalar(&unit), unit, value);
+    return readNarrow(value);
 }
 status_t Parcel::readUint16(uint16_t* value) const {
-    uint32_t unit = 0;
-    return narrow(readScalar(&unit), unit, value);
+    return readNarrow(value);
 }
 status_t Parcel::readInt32(int32_t* value) const {
     return readScalar(value);

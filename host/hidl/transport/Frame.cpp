@@ -267,6 +267,7 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
         }
         return ReceiveResult::kFrame;
     }
+    if (header->dataSize > header->size) return malformed("message whose parts do not add up");
     const uint64_t parts = padTo8(size_t{header->dataSize}) +
                            uint64_t{header->objectCount} * sizeof(binder_size_t) +
                            uint64_t{header->bufferSize};

@@ -230,7 +230,7 @@ void Process::Listener::onReady() {
             return mPause->begin();
         }
         mPausing = false;
-        Peer peer{-1, static_cast<uid_t>(-1)};
+        Peer peer;
         if (!peerOf(socket, &peer) || !isTrusted(peer)) {
             HIDL_LOGE("Process %d of user %u refused: not trusted", peer.pid, peer.uid);
             close(socket);

@@ -6,8 +6,8 @@
 namespace android::hardware::transport {
 
 struct Peer {
-    pid_t pid;
-    uid_t uid;
+    pid_t pid = -1;
+    uid_t uid = static_cast<uid_t>(-1);
 };
 
 // The process at the other end of a Unix socket, as the kernel knows it. False if the kernel does

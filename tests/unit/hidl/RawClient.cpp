@@ -6,6 +6,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 
@@ -30,18 +31,20 @@ void RawFrame::addInt(uint32_t value) {
 
 Bytes RawFrame::bytes() const {
     wire::FrameHeader head = header;
-    Bytes body = data;
-    body.resize((body.size() + 7) & ~size_t{7});
-    const auto* first = reinterpret_cast<const uint8_t*>(offsets.data());
-    body.insert(body.end(), first, first + offsets.size() * sizeof(uint64_t));
-    body.insert(body.end(), buffers.begin(), buffers.end());
+    const size_t paddedData = (data.size() + 7) & ~size_t{7};
+    const size_t offsetBytes = offsets.size() * sizeof(uint64_t);
+    Bytes all(sizeof(head) + paddedData + offsetBytes + buffers.size());
     if (head.dataSize == 0) head.dataSize = static_cast<uint32_t>(data.size());
     if (head.objectCount == 0) head.objectCount = static_cast<uint32_t>(offsets.size());
     if (head.bufferSize == 0) head.bufferSize = static_cast<uint32_t>(buffers.size());
-    if (head.size == 0) head.size = static_cast<uint32_t>(sizeof(head) + body.size());
-    Bytes all(sizeof(head));
-    memcpy(all.data(), &head, sizeof(head));
-    all.insert(all.end(), body.begin(), body.end());
+    if (head.size == 0) head.size = static_cast<uint32_t>(all.size());
+    uint8_t* at = all.data();
+    memcpy(at, &head, sizeof(head));
+    at += sizeof(head);
+    std::copy(data.begin(), data.end(), at);
+    at += paddedData;
+    if (offsetBytes > 0) memcpy(at, offsets.data(), offsetBytes);
+    std::copy(buffers.begin(), buffers.end(), at + offsetBytes);
     return all;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <transport/wire.h>
@@ -50,6 +51,8 @@ class RawClient {
 
     int notices() const { return mNotices; }
     int calls() const { return mCalls; }
+    // The connection for calls becomes the caller's.
+    int releaseCalls() { return std::exchange(mCalls, -1); }
 
     // The service's number for its object "default", asked for properly.
     uint64_t lookUp();

@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -164,6 +165,28 @@ TEST_F(HandleTest, AsManyDescriptorsAsAllowed) {
     auto result = service->echoHandle(tooMany, [](const hidl_handle&) { FAIL() << "answered"; });
     EXPECT_FALSE(result.isOk());
     EXPECT_EQ(service->number().withDefault(0), 42);
+}
+
+// A service without room for a call's descriptors refuses that call, and goes on.
+TEST_F(HandleTest, NoRoomForDescriptors) {
+    startService();
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    const int32_t open = service->openDescriptors().withDefault(-1);
+    rlimit old;
+    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, nullptr, &old), 0);
+    const rlimit few{static_cast<rlim_t>(open + 1), old.rlim_max};
+    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, &few, nullptr), 0);
+    hidl_handle handle = handleOf({fileWith("a"), fileWith("b"), fileWith("c")}, {});
+    auto result = service->echoHandle(handle, [](const hidl_handle&) { FAIL() << "answered"; });
+    EXPECT_FALSE(result.isOk());
+    EXPECT_FALSE(result.isDeadObject());
+    EXPECT_EQ(serviceLog().size(), 1u);
+    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, &old, nullptr), 0);
+    int count = 0;
+    service->echoHandle(handle, [&](const hidl_handle& back) { count = back->numFds; });
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(service->openDescriptors().withDefault(-1), open);
 }
 
 TEST_F(HandleTest, DebugGetsItsDescriptor) {

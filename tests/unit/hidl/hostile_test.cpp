@@ -419,6 +419,36 @@ TEST_F(HostileTest, OutOfDescriptors) {
     expectUnharmed(1);
 }
 
+// Limits of sessions, and of the connections in one: the next is refused, the others go on.
+TEST_F(HostileTest, SessionsUpToTheLimit) {
+    std::vector<std::unique_ptr<RawClient>> clients;
+    // The test's own session is one of them.
+    for (size_t i = 1; i < limits::kSessions; ++i) {
+        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
+        ASSERT_TRUE(clients.back()->openSession()) << i;
+    }
+    RawClient next(mFolder + "/run");
+    EXPECT_FALSE(next.openSession());
+    expectLines(1);
+    clients.pop_back();
+    EXPECT_TRUE(eventually([&] { return next.openSession(); }));
+    next.closeAll();
+    clients.clear();
+    EXPECT_EQ(mEcho->number().withDefault(0), 42);
+}
+
+TEST_F(HostileTest, ConnectionsUpToTheLimit) {
+    RawClient client(mFolder + "/run");
+    ASSERT_TRUE(client.openSession());
+    std::vector<int> connections;
+    while (client.openCalls()) connections.push_back(client.releaseCalls());
+    EXPECT_EQ(connections.size(), limits::kSessionConnections - 1);
+    expectLines(1);
+    for (int connection : connections) close(connection);
+    client.closeAll();
+    expectUnharmed(1);
+}
+
 // Strangers. As root the test becomes another user; else the service takes itself for one.
 class StrangerTest : public ServiceTest {};
 

@@ -83,6 +83,15 @@ TEST_F(ServiceCoreUtilGet, countsTheLow32BitsOfTheSize) {
     EXPECT_EQ(get({}, 0x700000005), (Gets::All{{5, Bytes(5, 0xee), 0}}));
 }
 
+TEST_F(ServiceCoreUtilGet, takesMoreBytesThanTheSizeThatTheClientNames) {
+    tv.on<&a_qortvapi_util_get>([](const char*, int32_t, void* data, uint32_t* size) {
+        EXPECT_EQ(*size, 2u);
+        EXPECT_EQ(memcmp(data, "abcde", 5), 0);
+        return 0;
+    });
+    EXPECT_EQ(get({'a', 'b', 'c', 'd', 'e'}, 2), (Gets::All{{2, {'a', 'b'}, 0}}));
+}
+
 TEST_F(ServiceCoreUtilGet, passesAFailureOn) {
     tv.on<&a_qortvapi_util_get>([](const char*, int32_t, void*, uint32_t*) { return -2; });
     EXPECT_EQ(get({1}, 3), (Gets::All{{3, {1, 0, 0}, -2}}));
@@ -158,7 +167,8 @@ TEST_F(ServiceCoreScreenMode, allModesAreThoseThatTheMiddlewareReports) {
     reported = 0;
     EXPECT_EQ(modes(3), (Modes::All{{{}, 0, 5}}));
     reported = 0xffffffff;
-    EXPECT_EQ(modes(3), (Modes::All{{{0xfff1, 0xfff2, 0xfff3}, 3, 5}})) << "no more than asked for";
+    EXPECT_EQ(modes(3), (Modes::All{{{0xfff1, 0xfff2, 0xfff3}, 0xffffffff, 5}}))
+            << "the number as reported, no more modes than asked for";
 }
 
 TEST_F(ServiceCoreScreenMode, allModesAreZeroAfterAFailure) {

@@ -1,6 +1,9 @@
 /** A client's shared buffer in the service: opening, mapping, committing. */
 #include "QorTvApiShareMemory.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstring>
 
@@ -43,6 +46,22 @@ class ServiceShareMemory : public ServiceTest {
         mTvApiDebug = 0;
     }
 };
+
+TEST_F(ServiceShareMemory, cannotBeShrunkUnderTheMapping) {
+    const int file = memfd_create("shrinking", MFD_ALLOW_SEALING);
+    ASSERT_EQ(ftruncate(file, 8192), 0);
+    native_handle_t* handle = native_handle_create(1, 0);
+    handle->data[0] = file;
+    {
+        QorTvApiShareMemory memory(hidl_handle(handle), 8192);
+        auto* bytes = static_cast<uint8_t*>(memory.getPointer());
+        ASSERT_NE(bytes, nullptr);
+        EXPECT_NE(ftruncate(file, 0), 0);
+        bytes[8191] = 1;  // would end the process behind the end of the file
+    }
+    native_handle_close(handle);
+    native_handle_delete(handle);
+}
 
 TEST_F(ServiceShareMemory, showsTheClientWhatIsWritten) {
     const size_t before = openDescriptors();
