@@ -1,11 +1,33 @@
-/** The methods of interactive television that only pass on: a row each. */
+/** The methods of the core interface that only pass on: a row each. */
 #include "core_fixture.h"
 #include "forwarding.h"
 #include "middleware/apptv.h"
+#include "middleware/audio_info.h"
+#include "middleware/av_mode.h"
+#include "middleware/banner.h"
 #include "middleware/bml.h"
+#include "middleware/cc.h"
+#include "middleware/eas.h"
+#include "middleware/event_atsc.h"
+#include "middleware/ewspa.h"
 #include "middleware/ginga.h"
 #include "middleware/hbbtv.h"
 #include "middleware/highlevel.h"
+#include "middleware/iom.h"
+#include "middleware/mds.h"
+#include "middleware/network.h"
+#include "middleware/oad.h"
+#include "middleware/parser.h"
+#include "middleware/pcl.h"
+#include "middleware/pwddlg.h"
+#include "middleware/screenmode.h"
+#include "middleware/screensaver.h"
+#include "middleware/subtitle.h"
+#include "middleware/teletext.h"
+#include "middleware/upgrade.h"
+#include "middleware/util.h"
+#include "middleware/videoinfo.h"
+#include "middleware/volctrl.h"
 
 namespace {
 
@@ -31,12 +53,13 @@ void check(QorTvApiImpl& impl, const char* name) {
 
 const Row kRows[] = {
 #include "core_rows_applications.inc"
+#include "core_rows_contexts.inc"
+#include "core_rows_settings.inc"
 };
 
-class ServiceCoreApplicationsForwarding : public CoreTest,
-                                          public testing::WithParamInterface<Row> {};
+class ServiceCoreForwarding : public CoreTest, public testing::WithParamInterface<Row> {};
 
-TEST_P(ServiceCoreApplicationsForwarding, passesArgumentsAndOutputsOn) {
+TEST_P(ServiceCoreForwarding, passesArgumentsAndOutputsOn) {
     const Row& row = GetParam();
     const std::string writer = std::string(row.prefix) + row.function;
     row.check(*impl, row.function);
@@ -48,7 +71,7 @@ TEST_P(ServiceCoreApplicationsForwarding, passesArgumentsAndOutputsOn) {
     EXPECT_TRUE(log.take().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, ServiceCoreApplicationsForwarding, testing::ValuesIn(kRows),
+INSTANTIATE_TEST_SUITE_P(, ServiceCoreForwarding, testing::ValuesIn(kRows),
                          [](const auto& row) { return std::string(row.param.function); });
 
 }  // namespace

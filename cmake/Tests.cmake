@@ -1,0 +1,20 @@
+# Unit test programs.
+#
+#   qortv_test(NAME SOURCES file... [LIBRARIES target...] [LABELS label...] [PREFIX text])
+#
+# A GoogleTest program whose tests ctest knows by their names, PREFIX in front. Those labelled `tsan` are also
+# built and run with the thread sanitizer: target tsan_tests builds them.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+add_custom_target(tsan_tests)
+
+function(qortv_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABELS;PREFIX" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main qortv_warnings)
+    gtest_discover_tests(${name} TEST_PREFIX "${arg_PREFIX}" NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
+                         PROPERTIES TIMEOUT 120 LABELS "${arg_LABELS}")
+    if("tsan" IN_LIST arg_LABELS)
+        add_dependencies(tsan_tests ${name})
+    endif()
+endfunction()
