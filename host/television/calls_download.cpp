@@ -24,7 +24,7 @@ constexpr const char* kStateNames[] = {
 class Download : public std::enable_shared_from_this<Download> {
   public:
     explicit Download(Core& core)
-        : mCore(core), mProgress(std::make_shared<Progress>(core.notifier, kRegistration())) {}
+        : mCore(core), mProgress(std::make_shared<Progress>(core.notifier, oadRegistration())) {}
 
     int32_t detect() {
         std::lock_guard<std::mutex> lock(mMutex);
@@ -44,7 +44,7 @@ class Download : public std::enable_shared_from_this<Download> {
         become(OAD_STATE_IDLE, 0);
         return TV_OK;
     }
-    /** Goes from one of two states straight to another one. */
+    /** Goes from one of the states straight to another one. */
     int32_t move(std::initializer_list<int32_t> from, int32_t to) {
         std::lock_guard<std::mutex> lock(mMutex);
         if (!isOneOf(from)) return TV_BUSY;
@@ -69,7 +69,7 @@ class Download : public std::enable_shared_from_this<Download> {
     }
 
   private:
-    static RegistrationKey kRegistration() {
+    static RegistrationKey oadRegistration() {
         return registration<&a_qortvapi_oad_register_callback>();
     }
 
@@ -120,10 +120,10 @@ class Download : public std::enable_shared_from_this<Download> {
         mState = state;
         Core& core = mCore;
         core.notifier.post(
-                {kRegistration(), state, {}, [&core, state, percent] {
+                {oadRegistration(), state, {}, [&core, state, percent] {
                      const bool automatic = core.rememberedNumber("oad.automatic", 0) != 0;
                      core.registrations.each<a_qortvapi_oad_nfy_fct>(
-                             kRegistration(), [&](a_qortvapi_oad_nfy_fct handler, void* tag) {
+                             oadRegistration(), [&](a_qortvapi_oad_nfy_fct handler, void* tag) {
                                  handler(state, tag, kStateNames[state], percent, automatic ? 1 : 0,
                                          0);
                              });
@@ -148,8 +148,9 @@ void plugDownload(switchboard::Switchboard& board, Core& core) {
     board.on<&a_qortvapi_oad_stop_download>([=] { return download->stop(OAD_STATE_DOWNLOADING); });
     board.on<&a_qortvapi_oad_start_flash>([=] { return download->flash(); });
     board.on<&a_qortvapi_oad_accept_restart>([=] {
-        LOG_TV_INFO("a download asks for a restart: the television stays on");
-        return download->move({OAD_STATE_FLASHED}, OAD_STATE_RESTART_ACCEPTED);
+        const int32_t result = download->move({OAD_STATE_FLASHED}, OAD_STATE_RESTART_ACCEPTED);
+        if (result == TV_OK) LOG_TV_INFO("a download asks for a restart: the television stays on");
+        return result;
     });
     board.on<&a_qortvapi_oad_remind_me_later>(
             [=] { return download->move({OAD_STATE_DETECTED}, OAD_STATE_POSTPONED); });
