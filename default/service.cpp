@@ -5,7 +5,7 @@
 
 int main() {
     using namespace vendor::corvanta::tv::qortvapi::V1_0::implementation;
-    Services services = startServices();
+    Services services = startServices();  // NOLINT: read where the join returns
     ::android::hardware::joinRpcThreadpool();
     // Not reached while the service works.
     while (!services.empty()) services.pop_back();
