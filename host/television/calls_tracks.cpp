@@ -18,10 +18,10 @@ using Tracks = std::shared_ptr<TrackSelection>;
 
 constexpr size_t kLongestLanguage = 16;
 
-/** Three letters, or a longer name of which the first three count; empty when it is none. */
+/** Three letters, or a longer name of which the first three count, or none; empty for others. */
 std::optional<std::string> readLanguage(const char* from) {
     const std::optional<std::string> text = readText(from, kLongestLanguage);
-    if (!text || text->size() < 3) return std::nullopt;
+    if (!text || text->size() == 1 || text->size() == 2) return std::nullopt;
     return text->substr(0, 3);
 }
 
@@ -189,7 +189,7 @@ void plugSubtitles(switchboard::Switchboard& board, const Tracks& tracks) {
     });
 }
 
-void plugHbbtvTracks(switchboard::Switchboard& board, Core& core, const Tracks& tracks) {
+void plugHbbtvTracks(switchboard::Switchboard& board, const Tracks& tracks) {
     board.on<&c_hbbtv_stm_set_audio>([=](uint16_t index) { return tracks->selectAudio(index); });
     board.on<&c_hbbtv_stm_get_audio>([=](uint16_t* index) -> int32_t {
         const auto state = tracks->state();
@@ -217,10 +217,10 @@ void plugHbbtvTracks(switchboard::Switchboard& board, Core& core, const Tracks& 
         tracks->preferAudio(*text);
         return TV_OK;
     });
-    board.on<&c_hbbtv_set_default_subtitle_lang>([&core](const char* language, int32_t) -> int32_t {
+    board.on<&c_hbbtv_set_default_subtitle_lang>([=](const char* language, int32_t) -> int32_t {
         const auto text = readLanguage(language);
         if (!text) return TV_INVALID_ARGUMENT;
-        core.remember("subtitle.language", *text);
+        tracks->preferSubtitle(*text);
         return TV_OK;
     });
     board.on<&a_qortvapi_hbbtv_exchange_data>(
@@ -260,7 +260,7 @@ void plugTracks(switchboard::Switchboard& board, Core& core) {
     plugAudioSelection(board, tracks);
     plugAudioValues(board, core, tracks);
     plugSubtitles(board, tracks);
-    plugHbbtvTracks(board, core, tracks);
+    plugHbbtvTracks(board, tracks);
     plugVideo(board, core);
 }
 

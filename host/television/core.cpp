@@ -167,6 +167,10 @@ void Core::merge(const ScanResult& scan) {
     for (size_t window = 0; window < before.size(); ++window) {
         if (before[window] != merged.current[window]) change.selection(merged, window);
     }
+    const std::optional<Playing> playing = playingIn(merged, 0);
+    if (before[0] == merged.current[0] && !looksTheSame(playing, playingIn(mLists, 0))) {
+        addMainWindowEvents(change.events, playing);
+    }
     {
         std::unique_lock<std::shared_mutex> lock(mMutex);
         mLists = std::move(merged);

@@ -16,6 +16,12 @@ struct AudioTrack {
     uint8_t descriptorTag = 0;  ///< of the descriptor that names the encoding of private data
     uint8_t audioType = 0;      ///< of the language descriptor
     std::string language;       ///< ISO 639-2, empty when it is not told
+
+    bool operator==(const AudioTrack& other) const {
+        return pid == other.pid && streamType == other.streamType &&
+               descriptorTag == other.descriptorTag && audioType == other.audioType &&
+               language == other.language;
+    }
 };
 
 /** One subtitle of a service: a page of a teletext or subtitling stream. */
@@ -25,6 +31,11 @@ struct SubtitleTrack {
     uint8_t type = 0;   ///< as in its descriptor
     uint16_t page = 0;  ///< composition page, or magazine and page of teletext
     std::string language;
+
+    bool operator==(const SubtitleTrack& other) const {
+        return pid == other.pid && teletext == other.teletext && type == other.type &&
+               page == other.page && language == other.language;
+    }
 };
 
 /** The tracks that are kept of a service, the first ones it has. */

@@ -24,31 +24,6 @@ bool contains(const uint8_t (&types)[N], uint8_t type) {
     return std::memchr(types, type, N) != nullptr;
 }
 
-/** What the main window's service has beside its picture. */
-void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing>& playing) {
-    const uint32_t channelId = playing ? playing->service.ui4_channel_id : 0;
-    const auto audioCount = static_cast<uint32_t>(playing ? playing->tracks.audio.size() : 0);
-    const auto subtitleCount =
-            static_cast<uint32_t>(playing ? playing->tracks.subtitles.size() : 0);
-    const VideoFormat format = playing ? videoFormatOf(*playing) : VideoFormat();
-    events.push_back({registration<&a_qortvapi_banner_register_callback>(),
-                      BANNER_NFY_CHANGED,
-                      {channelId, 0, 0, 0}});
-    events.push_back({registration<&a_qortvapi_audio_info_register_callback>(),
-                      AUDIO_INFO_NFY_TRACKS_CHANGED,
-                      {channelId, 0, audioCount, 0}});
-    events.push_back({registration<&a_qortvapi_subtitle_reg_callback>(),
-                      SUBTITLE_NFY_TRACKS_CHANGED,
-                      {channelId, 0, subtitleCount, 0}});
-    events.push_back({registration<&a_qortvapi_videoinfo_reg_common_nfy>(),
-                      VIDEOINFO_NFY_FORMAT_CHANGED,
-                      {channelId, format.width, format.height,
-                       (format.progressive ? uint32_t{1} << 31 : 0) | format.frameRate}});
-    events.push_back({registration<&a_qortvapi_screensaver_register_msg_callback>(),
-                      screenSaverMessage(playing),
-                      {}});
-}
-
 }  // namespace
 
 std::optional<Playing> playingIn(const ChannelLists& lists, size_t window) {
@@ -116,6 +91,38 @@ int32_t screenSaverMessage(const std::optional<Playing>& playing) {
     if (!playing) return SCREENSAVER_MSG_NO_SIGNAL;
     const bool radio = (playing->service.ui4_nw_mask & SB_VNET_RADIO_SERVICE) != 0;
     return radio ? SCREENSAVER_MSG_RADIO : SCREENSAVER_MSG_NONE;
+}
+
+bool looksTheSame(const std::optional<Playing>& a, const std::optional<Playing>& b) {
+    if (!a || !b) return !a && !b;
+    // Records have no padding, so their bytes tell.
+    return std::memcmp(&a->service, &b->service, sizeof(a->service)) == 0 &&
+           std::strcmp(a->multiplex.s_network_name, b->multiplex.s_network_name) == 0 &&
+           a->tracks.audio == b->tracks.audio && a->tracks.subtitles == b->tracks.subtitles;
+}
+
+void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing>& playing) {
+    const uint32_t channelId = playing ? playing->service.ui4_channel_id : 0;
+    const auto audioCount = static_cast<uint32_t>(playing ? playing->tracks.audio.size() : 0);
+    const auto subtitleCount =
+            static_cast<uint32_t>(playing ? playing->tracks.subtitles.size() : 0);
+    const VideoFormat format = playing ? videoFormatOf(*playing) : VideoFormat();
+    events.push_back({registration<&a_qortvapi_banner_register_callback>(),
+                      BANNER_NFY_CHANGED,
+                      {channelId, 0, 0, 0}});
+    events.push_back({registration<&a_qortvapi_audio_info_register_callback>(),
+                      AUDIO_INFO_NFY_TRACKS_CHANGED,
+                      {channelId, 0, audioCount, 0}});
+    events.push_back({registration<&a_qortvapi_subtitle_reg_callback>(),
+                      SUBTITLE_NFY_TRACKS_CHANGED,
+                      {channelId, 0, subtitleCount, 0}});
+    events.push_back({registration<&a_qortvapi_videoinfo_reg_common_nfy>(),
+                      VIDEOINFO_NFY_FORMAT_CHANGED,
+                      {channelId, format.width, format.height,
+                       (format.progressive ? uint32_t{1} << 31 : 0) | format.frameRate}});
+    events.push_back({registration<&a_qortvapi_screensaver_register_msg_callback>(),
+                      screenSaverMessage(playing),
+                      {}});
 }
 
 void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window) {

@@ -47,6 +47,13 @@ uint32_t audioEncodingOf(const AudioTrack& track);
 /** The message that is on the screen while that plays: SCREENSAVER_MSG_…. */
 int32_t screenSaverMessage(const std::optional<Playing>& playing);
 
+/** Whether a viewer would see and hear the same. */
+bool looksTheSame(const std::optional<Playing>& a, const std::optional<Playing>& b);
+
+/** The notifications of the main window about what its service brings: banner, audio, subtitles,
+ * video, screen saver. */
+void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing>& playing);
+
 /** The notifications of a window whose service has just been selected, in order. */
 void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window);
 

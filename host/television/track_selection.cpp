@@ -11,11 +11,15 @@ namespace {
 
 constexpr char kPreferredAudio[] = "audio.language";
 
-size_t indexOf(const std::vector<AudioTrack>& tracks, const std::string& language) {
-    const auto found = std::find_if(tracks.begin(), tracks.end(), [&](const AudioTrack& track) {
+constexpr char kPreferredSubtitle[] = "subtitle.language";
+
+/** Place, from 1, of the first track of a language; 0 when there is none. */
+template <typename Track>
+size_t placeOf(const std::vector<Track>& tracks, const std::string& language) {
+    const auto found = std::find_if(tracks.begin(), tracks.end(), [&](const Track& track) {
         return !language.empty() && track.language == language;
     });
-    return found == tracks.end() ? 0 : static_cast<size_t>(found - tracks.begin());
+    return found == tracks.end() ? 0 : static_cast<size_t>(found - tracks.begin()) + 1;
 }
 
 }  // namespace
@@ -29,8 +33,9 @@ std::optional<TrackSelection::State> TrackSelection::stateLocked() {
     state.tracks = playing->tracks;
     if (state.channelId != mChannelId) {
         mChannelId = state.channelId;
-        mAudio = indexOf(state.tracks.audio, mCore.remembered(kPreferredAudio));
-        mSubtitle = 0;
+        const size_t audio = placeOf(state.tracks.audio, mCore.remembered(kPreferredAudio));
+        mAudio = audio == 0 ? 0 : audio - 1;
+        mSubtitle = placeOf(state.tracks.subtitles, mCore.remembered(kPreferredSubtitle));
     }
     // The stream may have been read anew, with fewer tracks.
     if (mAudio >= state.tracks.audio.size()) mAudio = 0;
@@ -94,6 +99,10 @@ int32_t TrackSelection::nextSubtitle() {
     selectLocked(*state, state->audio,
                  (state->subtitle + 1) % (state->tracks.subtitles.size() + 1));
     return static_cast<int32_t>(mSubtitle);
+}
+
+void TrackSelection::preferSubtitle(const std::string& language) {
+    mCore.remember(kPreferredSubtitle, language);
 }
 
 void TrackSelection::preferAudio(const std::string& language) {

@@ -11,7 +11,8 @@ namespace television {
 
 /**
  * Keeps the choice for as long as the service stays; a service that is new to it begins with the
- * audio language that the viewer prefers, else with its first audio track, and without subtitles.
+ * audio and subtitle languages that the viewer prefers, else with its first audio track and without
+ * subtitles.
  * Any thread.
  */
 class TrackSelection {
@@ -40,8 +41,9 @@ class TrackSelection {
     int32_t nextAudio();
     int32_t nextSubtitle();
 
-    /** The language, three letters, with which services begin from now on; empty: none. */
+    /** The languages, three letters, with which services begin from now on; empty: none. */
     void preferAudio(const std::string& language);
+    void preferSubtitle(const std::string& language);
 
   private:
     std::optional<State> stateLocked();

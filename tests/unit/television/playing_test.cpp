@@ -333,6 +333,23 @@ TEST_F(TelevisionPlaying, TracksAreKnownFromTheRecordBeforeTheStreamIsRead) {
     EXPECT_EQ(trackCount(), 1u);
 }
 
+TEST_F(TelevisionPlaying, TracksThatChangeWhileTheServicePlaysAreTold) {
+    auto plans = stream_generator::demoPlans();
+    const uint32_t id = channel(SVL_ID_TERRESTRIAL, "Première");
+    ASSERT_EQ(select(id), TV_OK);
+    ASSERT_EQ(a_qortvapi_select_audio(1), TV_OK);
+    a_qortvapi_audio_info_register_callback(audioInfo, nullptr);
+    tv->reload();  // nothing new
+    plans[0].services[0].audioLanguages = {"fra"};
+    stream_generator::writeStreams(streams(), plans);
+    tv->reload();
+    EXPECT_EQ(log.wait("audio", 1),
+              (std::vector<SeenEvent>{{"audio", AUDIO_INFO_NFY_TRACKS_CHANGED, {id, 0, 1}}}));
+    uint32_t track = 9;
+    EXPECT_EQ(a_qortvapi_audio_info_get_value(AUDIO_INFO_VALUE_TRACK, &track), TV_OK);
+    EXPECT_EQ(track, 0u) << "the one in use is gone";
+}
+
 TEST_F(TelevisionPlaying, TracksAreKeptUpToALimit) {
     auto plans = stream_generator::demoPlans();
     plans.resize(1);
@@ -372,6 +389,11 @@ TEST_F(TelevisionPlaying, Subtitles) {
                                       {"subtitle", SUBTITLE_NFY_TRACK_SELECTED, {id, 1, 2}}}));
     ASSERT_EQ(select(channel(SVL_ID_CABLE, "Cable One")), TV_OK);
     EXPECT_EQ(a_qortvapi_subtitle_set_next(), TV_NOT_FOUND);
+    EXPECT_EQ(c_hbbtv_set_default_subtitle_lang("nl", 0), TV_INVALID_ARGUMENT);
+    EXPECT_EQ(c_hbbtv_set_default_subtitle_lang("nld", 0), TV_OK);
+    ASSERT_EQ(select(id), TV_OK);
+    EXPECT_EQ(a_qortvapi_subtitle_get_loop(loop.data(), 2), TV_OK);
+    EXPECT_EQ(loop[SUBTITLE_LOOP_CURRENT], 2) << "the preferred language";
 }
 
 TEST_F(TelevisionPlaying, SelectionIsSeenOnTheScreen) {
