@@ -1,5 +1,7 @@
 // integration_client: an application for the tests. `stress` makes calls from many threads while it
-// counts notifications; `block` never returns from the first notification it hears.
+// counts notifications; `block` never returns from the first notification it hears; `lives` is many
+// applications, one after another.
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -149,6 +151,31 @@ int block() {
     for (;;) pause();
 }
 
+/** An application's whole life in a process of its own: registers, makes a call, and is gone. */
+bool oneLife() {
+    const pid_t child = fork();
+    if (child == 0) {
+        try {
+            qortv::Listener listener;
+            qortv::Subscription subscription(listener);
+            const auto proxy = qortv::connect<ChannelList::Interface>();
+            _exit(proxy->a_hidl_a_qortvapi_channellist_get_channel_number(0).isOk() ? 0 : 2);
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "integration_client: %s\n", error.what());
+            _exit(1);
+        }
+    }
+    int status = -1;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+int lives(unsigned count) {
+    for (unsigned i = 0; i < count; ++i) {
+        if (!oneLife()) return 1;
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -162,9 +189,13 @@ int main(int argc, char** argv) {
     stressCommand->add_option("--count", counted, "")->required();
     stressCommand->add_option("--until", last, "")->required();
     auto* blockCommand = app.add_subcommand("block", "");
+    unsigned count = 1;
+    auto* livesCommand = app.add_subcommand("lives", "");
+    livesCommand->add_option("COUNT", count, "")->required();
     CLI11_PARSE(app, argc, argv);
     try {
         if (blockCommand->parsed()) return block();
+        if (livesCommand->parsed()) return lives(count);
         return stress(threads, counted, last);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "integration_client: %s\n", error.what());

@@ -71,33 +71,13 @@ TEST_F(IntegrationEndurance, ManyCallsLeaveNothingBehind) {
     RecordProperty("resident_after_kib", static_cast<int>(mStation.residentKib()));
 }
 
-/** A client's whole life in a process of its own: registers, makes a call, and is gone. */
-bool oneClient() {
-    const pid_t child = fork();
-    if (child == 0) {
-        int status = 1;
-        try {
-            qortv::Listener listener;
-            qortv::Subscription subscription(listener);
-            const auto proxy = qortv::connect<ChannelList::Interface>();
-            status = proxy->a_hidl_a_qortvapi_channellist_get_channel_number(0).isOk() ? 0 : 2;
-            _exit(status);
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "client: %s\n", error.what());
-            _exit(status);
-        }
-    }
-    int status = -1;
-    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 TEST_F(IntegrationEndurance, ManyClientsLeaveNothingBehind) {
     const size_t idle = mStation.descriptors();
-    for (int i = 0; i < 100; ++i) ASSERT_TRUE(oneClient()) << i;
+    ASSERT_EQ(mStation.startClient({"lives", "100"})->wait(), 0);
     ASSERT_TRUE(eventually([&] { return mStation.descriptors() == idle; }))
             << mStation.descriptors() << " descriptors instead of " << idle;
     const size_t resident = mStation.residentKib();
-    for (int i = 0; i < 1'000; ++i) ASSERT_TRUE(oneClient()) << i;
+    ASSERT_EQ(mStation.startClient({"lives", "1000"})->wait(), 0);
     EXPECT_TRUE(eventually([&] { return mStation.descriptors() == idle; }))
             << mStation.descriptors() << " descriptors instead of " << idle;
     EXPECT_LE(mStation.residentKib(), resident + kSlackKib);

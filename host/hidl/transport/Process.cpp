@@ -1,14 +1,17 @@
 #include <transport/Process.h>
 
+#include <pthread.h>
 #include <sys/random.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
+#include <hidl/HidlInternal.h>
 #include <hwbinder/Parcel.h>
 #include <transport/Log.h>
 #include <transport/Socket.h>
@@ -110,10 +113,21 @@ Process& Process::instance() {
     return process;
 }
 
-Process::Process() : mToken(randomNumber()), mRoot(new Root), mLastSession(randomNumber()) {}
+static std::atomic<bool> sForked{false};
+
+Process::Process() : mToken(randomNumber()), mRoot(new Root), mLastSession(randomNumber()) {
+    pthread_atfork(nullptr, nullptr, [] { sForked.store(true, std::memory_order_relaxed); });
+}
+
+void Process::requireOwn() {
+    if (!sForked.load(std::memory_order_relaxed)) return;
+    details::logAlwaysFatal(
+            "HIDL in a process that was forked from one that uses it: execute a program instead");
+}
 
 int Process::greet(const std::string& path, Purpose purpose, uint64_t session,
                    int timeoutMilliseconds, Peer* peer, HelloReply* reply) {
+    requireOwn();
     const int socket = connectTo(path, timeoutMilliseconds);
     if (socket < 0) return socket;
     int error = 0;

@@ -24,6 +24,10 @@ class Process {
   public:
     static Process& instance();
 
+    // Ends a process that was forked from one that used the runtime: it shares the sockets and the
+    // epoll set of its parent, whose threads would meet its objects.
+    static void requireOwn();
+
     // Random number that tells this process from all others.
     uint64_t token() const { return mToken; }
 

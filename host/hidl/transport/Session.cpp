@@ -310,6 +310,7 @@ const char* Session::resolveBinders(ParcelContents* contents) {
 
 status_t Session::transact(uint64_t target, uint32_t code, const Parcel& data, Parcel* reply,
                            uint32_t flags) {
+    Process::requireOwn();
     if (isDead()) return DEAD_OBJECT;
     const bool oneway = (flags & IBinder::FLAG_ONEWAY) != 0;
     ParcelContents* contents = data.contentsOrNull();

@@ -12,6 +12,7 @@
 
 #include <hidl/HidlInternal.h>
 #include <hidl/Limits.h>
+#include <transport/Process.h>
 
 namespace android::hardware::transport {
 
@@ -106,6 +107,7 @@ static epoll_event eventFor(Pollable* pollable) {
 }
 
 bool ThreadPool::add(const sp<Pollable>& pollable) {
+    Process::requireOwn();
     {
         std::lock_guard<std::mutex> lock(mPollablesMutex);
         mPollables[pollable.get()] = pollable;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <csignal>
 #include <limits>
 
 #include <hidl/HidlTransportSupport.h>
@@ -20,6 +21,16 @@ TEST_F(TransportTest, CallsWithoutResultAndWithScalar) {
     EXPECT_TRUE(service->isRemote());
     EXPECT_TRUE(service->nothing().isOk());
     EXPECT_EQ(service->number().withDefault(0), 42);
+}
+
+TEST_F(TransportTest, AForkedProcessCannotGoOnWithItsParentsSessions) {
+    startService();
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    ASSERT_TRUE(service->nothing().isOk());
+    EXPECT_EXIT(service->nothing().isOk(), testing::KilledBySignal(SIGABRT), "forked");
+    EXPECT_EXIT(echo(), testing::KilledBySignal(SIGABRT), "forked");
+    EXPECT_TRUE(service->nothing().isOk()) << "the parent does not notice";
 }
 
 TEST_F(TransportTest, ScalarsComeBackAsTheyWere) {
