@@ -1,4 +1,5 @@
-/** Timing two things against each other in one run: their batches alternate, medians are compared. */
+/** Timing two things against each other in one run: their batches alternate, medians are compared.
+ */
 #pragma once
 
 #include <algorithm>
