@@ -1,15 +1,19 @@
 #!/usr/bin/env python3
 """Compares the .hal files with the table of what clients were built against.
 
-Usage: check_contract.py TABLE INTERFACES
+Usage: check_contract.py TABLE INTERFACES BASE_INTERFACES
 
-A line of the table is `INTERFACE SLOT METHOD(TYPES) -> (TYPES)`, slots counted from 1. Interfaces that
-the table does not name are not looked at.
+A line of the table is `INTERFACE SLOT METHOD(TYPES) -> (TYPES)`, slots counted from 1. Every interface of
+the package has to be in the table, with as many methods as the interface compiler counts in it.
+BASE_INTERFACES is the root of the package android.hidl.
 """
 import difflib
 import pathlib
 import re
+import subprocess
 import sys
+
+PACKAGE = "vendor.corvanta.tv.qortvapi"
 
 SHORT = {"vec<uint8_t>": "bytes", "int8_t": "i8", "uint8_t": "u8", "int16_t": "i16", "uint16_t": "u16",
          "int32_t": "i32", "uint32_t": "u32", "int64_t": "i64", "uint64_t": "u64"}
@@ -33,8 +37,16 @@ def methods(hal):
         yield line + (f" -> ({types(results)})" if results else "")
 
 
+def compiled_counts(interfaces, base):
+    """Methods of each interface as the compiler counts them."""
+    lines = subprocess.run(["hidl-gen", "-L", "function-count", "-r", f"android.hidl:{base}", "-r",
+                            f"{PACKAGE}:{pathlib.Path(interfaces).parent}", f"{PACKAGE}@1.0"],
+                           check=True, capture_output=True, text=True).stdout.splitlines()
+    return {name.split("::")[1]: int(count) for name, count in (line.split() for line in lines)}
+
+
 def main():
-    if len(sys.argv) != 3:
+    if len(sys.argv) != 4:
         sys.exit(__doc__)
     table = [line for line in pathlib.Path(sys.argv[1]).read_text().splitlines() if line and line[0] != "#"]
     expected = {}
@@ -46,6 +58,11 @@ def main():
         if found != lines:
             failed = True
             print("\n".join(difflib.unified_diff(lines, found, "contract", f"{interface}.hal", "", "", 0)))
+    counts = {interface: len(lines) for interface, lines in expected.items()}
+    compiled = compiled_counts(sys.argv[2], sys.argv[3])
+    if compiled != counts:
+        failed = True
+        print(f"methods in the table: {counts}, as compiled: {compiled}")
     sys.exit(1 if failed else 0)
 
 
