@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 #include <hidl/Limits.h>
 
@@ -16,7 +17,6 @@ namespace android::hardware::transport {
 namespace {
 
 using wire::FrameHeader;
-using Clock = std::chrono::steady_clock;
 
 constexpr size_t kMaxFrame = sizeof(FrameHeader) + limits::kTransactionBytes;
 // First read of a message: most have less than this and come whole.
@@ -175,19 +175,18 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
         *reason = why;
         return ReceiveResult::kMalformed;
     };
-    uint8_t* bytes = contents->storage(kFirstRead, 0);
-    size_t room = kFirstRead;
     size_t have = mRest.size();
+    size_t room = std::max(kFirstRead, have);
+    uint8_t* bytes = contents->storage(room, 0);
     if (have > 0) {
         memcpy(bytes, mRest.data(), have);
         mRest.clear();
         contents->fds.swap(mRestFds);
     }
-
-    bool descriptorsLost = false;
+    bool descriptorsLost = std::exchange(mDescriptorsLost, false);
+    mHalf = false;
     size_t need = sizeof(FrameHeader);
     bool headerRead = false;
-    Clock::time_point deadline{};
     for (;;) {
         if (!headerRead && have >= sizeof(FrameHeader)) {
             memcpy(header, bytes, sizeof(FrameHeader));
@@ -219,12 +218,17 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
             if (errno == EINTR) continue;
             if (errno != EAGAIN && errno != EWOULDBLOCK) return ReceiveResult::kClosed;
             if (have == 0) return ReceiveResult::kNothing;
+            // The thread has other peers to serve; the half is kept for whoever reads on.
             const auto now = Clock::now();
-            if (deadline == Clock::time_point{}) {
-                deadline = now + std::chrono::milliseconds(limits::kMessageMilliseconds);
+            if (mHalfSince == Clock::time_point{}) mHalfSince = now;
+            if (now - mHalfSince >= std::chrono::milliseconds(limits::kMessageMilliseconds)) {
+                return malformed("message that stopped half-way");
             }
-            if (now >= deadline) return malformed("message that stopped half-way");
-            continue;
+            mRest.assign(bytes, bytes + have);
+            mRestFds.swap(contents->fds);
+            mDescriptorsLost = descriptorsLost;
+            mHalf = true;
+            return ReceiveResult::kNothing;
         }
         for (cmsghdr* head = CMSG_FIRSTHDR(&message); head != nullptr;
              head = CMSG_NXTHDR(&message, head)) {
@@ -244,6 +248,7 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
         }
     }
 
+    mHalfSince = {};
     if (have > need) {
         if (!mManyFrames) return malformed("message before the answer to the last one");
         mRest.assign(bytes + need, bytes + have);

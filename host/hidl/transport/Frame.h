@@ -1,6 +1,7 @@
 // Whole messages over a socket: gathered from a parcel's parts in one write, received in one read.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <vector>
 
@@ -27,7 +28,7 @@ SendResult sendNotices(int socket, const wire::Notice* notices, size_t count);
 
 enum class ReceiveResult {
     kFrame,
-    kNothing,          // no message came within the socket's time limit
+    kNothing,          // no whole message came within the socket's time limit
     kClosed,           // the peer closed the connection
     kDescriptorsLost,  // a message came, but this process had no room for its descriptors
     kMalformed,
@@ -44,17 +45,23 @@ class FrameReader {
     FrameReader& operator=(const FrameReader&) = delete;
 
     // Receives one message into `contents`, checked by ParcelContents::accept() unless it is made
-    // of notices. On kMalformed *reason says why (a literal).
+    // of notices. On kMalformed *reason says why (a literal). Half a message is kept for the next
+    // time, as long as that is not too late.
     ReceiveResult receive(int socket, wire::FrameHeader* header, ParcelContents* contents,
                           const char** reason);
 
     // Whether bytes of a further message are here already.
-    bool hasMore() const { return !mRest.empty(); }
+    bool hasMore() const { return !mRest.empty() && !mHalf; }
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     const bool mManyFrames;
     std::vector<uint8_t> mRest;
     std::vector<int> mRestFds;
+    bool mHalf = false;              // the rest is half a message
+    Clock::time_point mHalfSince{};  // when it was first seen to be
+    bool mDescriptorsLost = false;   // some of its descriptors were
 };
 
 }  // namespace android::hardware::transport

@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstring>
 #include <random>
 
@@ -160,6 +161,34 @@ TEST_F(HostileTest, MessageCutOff) {
     expectUnharmed(1);
     ASSERT_EQ(serviceLog().size(), 1u);
     EXPECT_NE(serviceLog()[0].find("cut off"), std::string::npos);
+}
+
+// More half messages than the service has threads: nobody waits for the other halves, and nothing
+// is lost when they come.
+TEST_F(HostileTest, HalfMessages) {
+    constexpr auto kHarmless = std::chrono::milliseconds(limits::kMessageMilliseconds) / 5;
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (int i = 0; i < 12; ++i) {
+        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
+        open(clients.back().get());
+    }
+    const Bytes call = number().bytes();
+    const auto half = call.begin() + static_cast<ptrdiff_t>(call.size() / 2);
+    for (auto& client : clients) {
+        ASSERT_TRUE(RawClient::send(client->calls(), Bytes(call.begin(), half)));
+    }
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(mEcho->number().withDefault(0), 42);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHarmless);
+    for (auto& client : clients) {
+        ASSERT_TRUE(RawClient::send(client->calls(), Bytes(half, call.end())));
+        wire::FrameHeader header;
+        Bytes rest;
+        ASSERT_TRUE(RawClient::receive(client->calls(), &header, &rest));
+        EXPECT_EQ(header.code, 0u);
+        client->closeAll();
+    }
+    expectUnharmed(0);
 }
 
 TEST_F(HostileTest, ImpossibleSizes) {
