@@ -251,16 +251,19 @@ void Process::Listener::onReady() {
             continue;
         }
         sp<Greeting> greeting = new Greeting(mProcess, socket, peer);
-        sp<Greeting> oldest;
         {
+            // A greeting leaves the list before it gives its socket away, so the oldest still has
+            // one.
+            auto& greetings = mProcess->mGreetings;
+            sp<Greeting> oldest;  // goes without the lock
             std::lock_guard<std::mutex> lock(mProcess->mMutex);
-            if (mProcess->mGreetings.size() >= limits::kUnknownConnections) {
-                oldest = mProcess->mGreetings.front();
-                mProcess->mGreetings.pop_front();
+            if (greetings.size() >= limits::kUnknownConnections) {
+                oldest = greetings.front();
+                greetings.pop_front();
+                oldest->shutDown();
             }
-            mProcess->mGreetings.push_back(greeting);
+            greetings.push_back(greeting);
         }
-        if (oldest != nullptr) oldest->shutDown();
         ThreadPool::instance().add(greeting);
     }
 }
