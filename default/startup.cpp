@@ -6,6 +6,7 @@
 #include <android/log.h>
 #include <hidl/HidlTransportSupport.h>
 
+#include "QorTvApiCIImpl.h"
 #include "QorTvApiChannelListImpl.h"
 #include "QorTvApiImpl.h"
 #include "custom/qortvapicustom.h"
@@ -45,6 +46,9 @@ Services startServices() {
     services.push_back(publish<QorTvApiChannelListImpl>(
             "Could not register IQorTvApiChannelList as service, status=%d",
             "register QorTvApiChannelListImpl as service"));
+    services.push_back(
+            publish<QorTvApiCIImpl>("Could not register IQorTvApiCI as service, status=%d",
+                                    "register IQorTvApiCI as service"));
 
     hh_qortvapi_tvapi_custom_init();
     return services;

@@ -6,6 +6,7 @@
 #include <new>
 #include <tuple>
 
+#include "QorTvApiCIImpl.h"
 #include "QorTvApiChannelListImpl.h"
 #include "hhandler/hh_iom.h"
 #include "hhandler/hh_svctx.h"
@@ -84,6 +85,12 @@ int allocations() {
 const Row kRows[] = {
 #define ROW(function) {#function, &allocations<&QorTvApiChannelListImpl::a_hidl_##function>}
 #include "channel_list_rows.inc"
+#undef ROW
+#define ROW(function) {#function, &allocations<&QorTvApiCIImpl::a_hidl_##function>}
+#include "ci_rows.inc"
+ROW(a_qortvapi_ci_key_query),
+ROW(a_qortvapi_ci_set_mmi_enq_ans),
+ROW(a_qortvapi_ci_set),
 #undef ROW
 #define ROW(function) {#function, &allocations<&QorTvApiImpl::a_hidl_##function>}
 #define HBBTV_ROW(function) ROW(function)

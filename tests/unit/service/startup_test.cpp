@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiCI.h>
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiChannelList.h>
 
 #include "custom/qortvapicustom.h"
@@ -32,6 +33,13 @@ namespace {
 
 constexpr char kTag[] = "qortvapi-service";
 
+/** Makes every later registration fail: a file stands where the runtime's folder should be. */
+void breakRegistry() {
+    const std::string runtime = getenv("QORTV_RUNTIME_DIR");
+    std::filesystem::remove_all(runtime);
+    std::ofstream(runtime).put('\n');
+}
+
 class ServiceStartUpDeathTest : public ServiceTest {
   protected:
     ServiceStartUpDeathTest() {
@@ -39,13 +47,6 @@ class ServiceStartUpDeathTest : public ServiceTest {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
         setenv("QORTV_RUNTIME_DIR", (folder.path() + "/runtime").c_str(), 1);
         gDebugLevel = 1;
-    }
-
-    /** Makes every later registration fail: a file stands where the runtime's folder should be. */
-    static void breakRegistry() {
-        const std::string runtime = getenv("QORTV_RUNTIME_DIR");
-        std::filesystem::remove_all(runtime);
-        std::ofstream(runtime).put('\n');
     }
 
     static void exitWith(bool as_expected) { _exit(as_expected ? 0 : 1); }
@@ -68,10 +69,12 @@ bool registersEveryInterface(LogCapture& log) {
     const std::vector<LogLine> expected = {
             {ANDROID_LOG_INFO, kTag, "", "register QorTvApi as service"},
             {ANDROID_LOG_INFO, kTag, "", "register QorTvApiChannelListImpl as service"},
+            {ANDROID_LOG_INFO, kTag, "", "register IQorTvApiCI as service"},
     };
     return infoLines(log) == expected && services.size() == expected.size() &&
            IQorTvApi::getService("default") != nullptr &&
-           IQorTvApiChannelList::getService("default") != nullptr;
+           IQorTvApiChannelList::getService("default") != nullptr &&
+           IQorTvApiCI::getService("default") != nullptr;
 }
 
 TEST_F(ServiceStartUpDeathTest, registersEveryInterfaceAndSaysSo) {
@@ -118,19 +121,33 @@ TEST_F(ServiceStartUpDeathTest, endsWhenTheFirstRegistrationFails) {
             "qortvapi-service.*Could not register IQorTvApi as service, status=-[0-9]+");
 }
 
+/** Breaks the registry once `Text` is logged. */
+template <const char* Text>
+void breakRegistryAfter(const __android_logger_data* data, const char* message) {
+    __android_log_stderr_logger(data, message);
+    if (std::string(message) == Text) breakRegistry();
+}
+
+constexpr char kFirstIsRegistered[] = "register QorTvApi as service";
+constexpr char kSecondIsRegistered[] = "register QorTvApiChannelListImpl as service";
+
 TEST_F(ServiceStartUpDeathTest, endsWhenALaterRegistrationFails) {
     EXPECT_DEATH(
             {
-                __android_log_set_logger(
-                        [](const __android_logger_data* data, const char* message) {
-                            __android_log_stderr_logger(data, message);
-                            if (std::string(message) == "register QorTvApi as service")
-                                breakRegistry();
-                        });
+                __android_log_set_logger(breakRegistryAfter<kFirstIsRegistered>);
                 startServices();
             },
             "qortvapi-service.*Could not register IQorTvApiChannelList as service, "
             "status=-[0-9]+");
+}
+
+TEST_F(ServiceStartUpDeathTest, endsWhenTheLastRegistrationFails) {
+    EXPECT_DEATH(
+            {
+                __android_log_set_logger(breakRegistryAfter<kSecondIsRegistered>);
+                startServices();
+            },
+            "qortvapi-service.*Could not register IQorTvApiCI as service, status=-[0-9]+");
 }
 
 TEST_F(ServiceStartUpDeathTest, registersWithoutAMiddleware) {
