@@ -125,10 +125,9 @@ Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_get_cam_pin_code(
     }
     std::copy(std::begin(kPlaceholder), std::end(kPlaceholder), digits.data());
     HIDL_CI_CAM_PIN_CODE_T pin_code{};
-    const CI_CAM_PIN_CODE_T query = {&pin_code.ui1_valid, digits.data()};
+    CI_CAM_PIN_CODE_T query = {&pin_code.ui1_valid, digits.data()};
     uint32_t length = kDigits * sizeof(uint16_t);
-    const int32_t result =
-            a_qortvapi_ci_get(type, info, const_cast<CI_CAM_PIN_CODE_T*>(&query), &length);
+    const int32_t result = a_qortvapi_ci_get(type, info, &query, &length);
     pin_code.w2s_pin_code = borrowedVector(digits.data(), kDigits);
 
     TVAPI_DEBUG("QorTvApiCIImpl, a_hidl_cam_pin_code.ui1_valid:%d!\n", pin_code.ui1_valid);
