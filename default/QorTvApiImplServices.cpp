@@ -45,9 +45,9 @@ void answerAudioRecords(
     const CallerArray<QORTVAPI_AUDIO_RECORD_T> records(
             count, CallerArray<QORTVAPI_AUDIO_RECORD_T>::kRequired, method);
     const int32_t result = function(records.data(), &reported);
-    callback(borrowedBytes(records.data(),
-                           records.held(reported) * sizeof(QORTVAPI_AUDIO_RECORD_T)),
-             reported, result);
+    callback(
+            borrowedBytes(records.data(), records.held(reported) * sizeof(QORTVAPI_AUDIO_RECORD_T)),
+            reported, result);
 }
 
 /** Reads a value of `size` bytes; the middleware finds in the buffer what fits of `data`. */

@@ -65,8 +65,8 @@ void* QorTvApiShareMemory::getPointer() {
         errno = EINVAL;
     } else {
         const int populate = m_size <= kPopulateLimit ? MAP_POPULATE : 0;
-        m_address = mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_SHARED | populate, m_share_fd,
-                         0);
+        m_address =
+                mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_SHARED | populate, m_share_fd, 0);
     }
     if (m_address == MAP_FAILED) {
         __android_log_print(ANDROID_LOG_ERROR, LOG_TAG, "mmap failed: %s\n", strerror(errno));

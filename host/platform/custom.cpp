@@ -8,4 +8,6 @@ uint32_t hh_init_debug_level() {
     return level == nullptr ? 0 : static_cast<uint32_t>(std::strtoul(level, nullptr, 0));
 }
 
-int32_t hh_qortvapi_tvapi_custom_init() { return 0; }
+int32_t hh_qortvapi_tvapi_custom_init() {
+    return 0;
+}

@@ -6,9 +6,13 @@
 
 #include <cerrno>
 
-int ion_open() { return open("/dev/null", O_RDWR | O_CLOEXEC); }
+int ion_open() {
+    return open("/dev/null", O_RDWR | O_CLOEXEC);
+}
 
-int ion_close(int fd) { return close(fd) == 0 ? 0 : -errno; }
+int ion_close(int fd) {
+    return close(fd) == 0 ? 0 : -errno;
+}
 
 int ion_import(int fd, int share_fd, ion_user_handle_t* handle) {
     struct stat buffer = {};
@@ -18,6 +22,10 @@ int ion_import(int fd, int share_fd, ion_user_handle_t* handle) {
     return 0;
 }
 
-int ion_free(int, ion_user_handle_t) { return 0; }
+int ion_free(int, ion_user_handle_t) {
+    return 0;
+}
 
-int ion_is_legacy(int) { return 0; }
+int ion_is_legacy(int) {
+    return 0;
+}

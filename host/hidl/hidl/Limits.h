@@ -36,8 +36,8 @@ constexpr size_t kUnconfirmedAnswers = 1024;
 // enough not to be missed by the others.
 constexpr int kLingerMilliseconds = 3;
 
-// Milliseconds after which half a message is given up when more of it comes. No thread waits for the
-// other half.
+// Milliseconds after which half a message is given up when more of it comes. No thread waits for
+// the other half.
 constexpr int kMessageMilliseconds = 5000;
 
 // Milliseconds for which a oneway call waits for a peer that does not read; it fails then.

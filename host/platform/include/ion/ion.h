@@ -1,6 +1,7 @@
 /**
  * The platform's buffer allocator as its users see it. On Linux a buffer is a memfd: importing
- * checks the descriptor and hands out a number for it; nothing is allocated that a crash could leak.
+ * checks the descriptor and hands out a number for it; nothing is allocated that a crash could
+ * leak.
  */
 #pragma once
 
