@@ -26,7 +26,7 @@ std::optional<std::string> readLanguage(const char* from) {
 }
 
 std::string trackName(const AudioTrack& track) {
-    const std::string language = track.language.empty() ? "und" : track.language;
+    std::string language = track.language.empty() ? "und" : track.language;
     switch (track.audioType) {
         case AUDIO_TYPE_CLEAN:
             return language + " clean";
