@@ -184,4 +184,17 @@ Return<void> answer(const Callback& callback, Result (*function)(Parameters...),
                              inputs...);
 }
 
+/**
+ * The same for a function whose one output is a flag: a byte, which the client receives as true
+ * where it is not 0.
+ */
+template <typename Callback, typename Result, typename... Parameters, typename... Inputs>
+Return<void> answerFlag(const Callback& callback, Result (*function)(Parameters...),
+                        const Inputs&... inputs) {
+    uint8_t flag = 0;
+    const Result result = function(inputs..., &flag);
+    callback(flag != 0, result);
+    return Void();
+}
+
 }  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

@@ -1,19 +1,121 @@
 /** Broadcast channels: selection and tuning. Part of the TV middleware client library. */
 #pragma once
 
+#include <assert.h>
+#include <stddef.h>
+#include <stdbool.h>
 #include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/** Codes of broadcast channels. Another channel was selected; pv_arg1: channel id; pv_arg2: 0 main window, 1 sub window; pv_arg3: list id; pv_arg4: 0. */
-enum { BROADCAST_NFY_CHANNEL_CHANGED = 1 };
+/** Codes of broadcast channels. */
+enum {
+    BROADCAST_NFY_CHANNEL_CHANGED = 1, /**< another channel was selected; pv_arg1: channel id; pv_arg2: 0 main window, 1 sub window; pv_arg3: list id; pv_arg4: 0 */
+    BROADCAST_NFY_TUNING = 2,          /**< the tuner's state changed; pv_arg1: BROADCAST_TUNING_…; pv_arg2: BROADCAST_TUNING_ERROR_…; pv_arg3: channel id */
+    BROADCAST_NFY_BANNER = 3           /**< the banner was shown (pv_arg1 1) or hidden (0) */
+};
+
+/** What get_tuning_status answers. */
+enum { BROADCAST_TUNING_IDLE = 0, BROADCAST_TUNING_SEARCHING = 1, BROADCAST_TUNING_LOCKED = 2, BROADCAST_TUNING_FAILED = 3 };
+
+/** What get_tuning_error answers. */
+enum { BROADCAST_TUNING_ERROR_NONE = 0, BROADCAST_TUNING_ERROR_NO_SIGNAL = 1, BROADCAST_TUNING_ERROR_NO_SERVICE = 2 };
+
+/** Flags of a silent selection. */
+enum { BROADCAST_SILENT_NO_BANNER = 1 << 0, BROADCAST_SILENT_NO_NOTIFICATION = 1 << 1 };
+
+/** Keys that key_handler understands. */
+enum { BROADCAST_KEY_0 = 0, BROADCAST_KEY_9 = 9, BROADCAST_KEY_OK = 13, BROADCAST_KEY_CHANNEL_UP = 20, BROADCAST_KEY_CHANNEL_DOWN = 21, BROADCAST_KEY_LAST_CHANNEL = 22 };
+
+/** Connection attributes of a service context. */
+enum { BROADCAST_CONN_ATTR_FREQUENCY_KHZ = 0, BROADCAST_CONN_ATTR_SYMBOL_RATE = 1, BROADCAST_CONN_ATTR_MODULATION = 2, BROADCAST_CONN_ATTR_BANDWIDTH_HZ = 3, BROADCAST_CONN_ATTR_MEDIUM = 4 };
+
+/** Streams of a service. */
+enum { BROADCAST_STREAM_TYPE_AUDIO = 0, BROADCAST_STREAM_TYPE_VIDEO = 1, BROADCAST_STREAM_TYPE_SUBTITLE = 2, BROADCAST_STREAM_TYPE_TELETEXT = 3 };
+
+/** A frequency to tune to. */
+typedef struct QORTVAPI_FREQ_INFO_T {
+    uint32_t ui4_frequency_khz;
+    uint32_t ui4_symbol_rate;  /**< symbols a second */
+    uint32_t ui4_bandwidth_hz;
+    uint8_t ui1_brdcst_medium; /**< BRDCST_MEDIUM_… */
+    uint8_t ui1_modulation;    /**< MODULATION_… */
+    uint8_t ui1_polarization;  /**< POLARIZATION_… */
+    uint8_t ui1_fec_inner;
+    uint32_t ui4_upper_khz;    /**< analogue: where the search ends */
+    uint32_t ui4_lower_khz;
+    int32_t i4_offset_khz;
+    uint16_t ui2_color_system;
+    uint16_t ui2_audio_system;
+} QORTVAPI_FREQ_INFO_T;
+
+/** Whether an application covers the picture. */
+typedef struct QORTVAPI_EXTERNAL_UI_STATUS_T {
+    uint32_t ui4_ui_id;
+    uint8_t ui1_visible;
+} QORTVAPI_EXTERNAL_UI_STATUS_T;
+
+/** A region that a broadcast is for. */
+typedef struct QORTVAPI_SB_DVB_REGION_T {
+    uint8_t ui1_depth;    /**< how many of the codes count */
+    uint16_t ui2_primary;
+    uint16_t ui2_secondary;
+    uint16_t ui2_tertiary;
+    char s_name[34];
+} QORTVAPI_SB_DVB_REGION_T;
 
 /** Tuning, channel change or signal state. */
 typedef void (*a_qortvapi_broadcast_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_broadcast_register_callback(a_qortvapi_broadcast_nfy_fct pf_callback, void* pv_tag);
 
+/* Channel selection. `reselect` tunes anew where the channel is the current one. */
+int32_t a_qortvapi_broadcast_select_channel(uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id, uint32_t ui4_channel_id, bool b_reselect);
+int32_t a_qortvapi_broadcast_select_channel_by_focusid(uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id, uint32_t ui4_channel_id, bool b_reselect, uint16_t ui2_focus_id);
+int32_t a_qortvapi_broadcast_select_channel_by_chan_num(uint32_t ui4_major, uint32_t ui4_minor, bool b_reselect);
+int32_t a_qortvapi_broadcast_select_channel_by_chan_id(uint32_t ui4_channel_id, bool b_reselect);
+int32_t a_qortvapi_broadcast_select_channel_by_prog_no(uint8_t ui1_medium, uint16_t ui2_program_number);
+int32_t a_qortvapi_broadcast_select_channel_silently(uint8_t ui1_focus_id, uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id, uint32_t ui4_channel_id, uint32_t ui4_flags);
+int32_t a_qortvapi_broadcast_set_banner_visibility(bool b_visible);
+
+/* Tuning, keys, CAM and number queries. */
+int32_t a_qortvapi_broadcast_get_tuning_status(uint32_t* pui4_status);
+int32_t a_qortvapi_broadcast_get_tuning_error(int32_t* pi4_error);
+int32_t a_qortvapi_broadcast_key_handler(uint32_t ui4_key_code);
+int32_t a_qortvapi_broadcast_switch_input_to_tv(void);
+int32_t a_qortvapi_broadcast_is_cam_installed(uint8_t* pui1_installed);
+int32_t a_qortvapi_broadcast_is_additional_service_available(uint8_t* pui1_available);
+int32_t a_qortvapi_broadcast_is_support_4_digits_chan_no(uint8_t* pui1_supported);
+int32_t a_qortvapi_broadcast_is_digits_key_handled(uint8_t* pui1_handled);
+int32_t a_qortvapi_broadcast_is_channel_number_valid(uint32_t ui4_major, uint32_t ui4_minor, bool b_exact, uint8_t* pui1_valid);
+int32_t a_qortvapi_broadcast_set_favorite_icon_on_banner(bool b_shown);
+int32_t a_qortvapi_broadcast_reset_digits_key_handled(void);
+int32_t a_qortvapi_broadcast_get_target_region_num(uint16_t ui2_level, uint16_t* pui2_count);
+int32_t a_qortvapi_broadcast_get_target_regions(uint16_t ui2_level, uint16_t ui2_parent, uint16_t ui2_index, QORTVAPI_SB_DVB_REGION_T* pt_region);
+int32_t a_qortvapi_broadcast_get_max_possible_major_chan_no(uint16_t ui2_tuner_type, uint32_t* pui4_number);
+int32_t a_qortvapi_broadcast_get_max_possible_minor_chan_no(uint16_t ui2_tuner_type, uint32_t* pui4_number);
+int32_t a_qortvapi_broadcast_get_max_possible_major_digits(uint16_t ui2_tuner_type, uint32_t* pui4_digits);
+int32_t a_qortvapi_broadcast_get_max_possible_minor_digits(uint16_t ui2_tuner_type, uint32_t* pui4_digits);
+/* pc_name has room for ui4_length characters and a NUL. */
+int32_t a_qortvapi_broadcast_get_cam_operator_name(uint32_t ui4_length, char* pc_name);
+int32_t a_qortvapi_broadcast_get_mheg_input_event_mask(uint8_t ui1_mask, uint8_t* pui1_set);
+
+/* Of a service context. The middleware's name has at most five characters. */
+int32_t a_qortvapi_broadcast_sync_stop(const char* ps_context, bool b_block);
+int32_t a_qortvapi_broadcast_is_signal_loss(void);
+int32_t a_qortvapi_broadcast_get_signal_level(void);
+int32_t a_qortvapi_broadcast_get_signal_quality(void);
+int32_t a_qortvapi_broadcast_strm_is_orig_scramble(const char* ps_context, uint32_t ui4_stream_type, uint8_t* pui1_scrambled);
+int32_t a_qortvapi_broadcast_change_freq(const char* ps_context, const QORTVAPI_FREQ_INFO_T* pt_frequency);
+int32_t a_qortvapi_broadcast_ana_channel_fine_tune(const char* ps_context, int32_t i4_offset, bool b_tune_now);
+int32_t a_qortvapi_broadcast_get_connect_attr(const char* ps_context, int32_t i4_attribute, int32_t* pi4_value);
+int32_t a_qortvapi_broadcast_transfer_external_ui_status(const QORTVAPI_EXTERNAL_UI_STATUS_T* pt_status);
+
 #ifdef __cplusplus
 }
 #endif
+
+static_assert(sizeof(QORTVAPI_FREQ_INFO_T) == 32 && offsetof(QORTVAPI_FREQ_INFO_T, ui4_upper_khz) == 16 && offsetof(QORTVAPI_FREQ_INFO_T, ui2_color_system) == 28, "broadcast record");
+static_assert(sizeof(QORTVAPI_EXTERNAL_UI_STATUS_T) == 8 && offsetof(QORTVAPI_EXTERNAL_UI_STATUS_T, ui1_visible) == 4, "broadcast record");
+static_assert(sizeof(QORTVAPI_SB_DVB_REGION_T) == 42 && offsetof(QORTVAPI_SB_DVB_REGION_T, ui2_primary) == 2 && offsetof(QORTVAPI_SB_DVB_REGION_T, s_name) == 8, "broadcast record");

@@ -1,16 +1,106 @@
 /** Parental ratings (V-chip). Part of the TV middleware client library. */
 #pragma once
 
+#include <assert.h>
+#include <stdbool.h>
+#include <stddef.h>
 #include <stdint.h>
+
+#include "middleware/event.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
+/** Codes of ratings: a setting changed (pv_arg1: RATING_SYSTEM_…, pv_arg2: its value), or the current programme is blocked (pv_arg1 1) or no longer (0). */
+enum { RATING_NFY_SETTING_CHANGED = 1, RATING_NFY_BLOCK_CHANGED = 2 };
+
+/** Rating systems. */
+enum { RATING_SYSTEM_ALL = 0, RATING_SYSTEM_US_TV = 1, RATING_SYSTEM_US_MOVIE = 2, RATING_SYSTEM_CAN_ENG = 3, RATING_SYSTEM_CAN_FRE = 4, RATING_SYSTEM_OPEN = 5, RATING_SYSTEM_ISDB = 6, RATING_SYSTEM_DVB = 7 };
+
+/** What is blocked of each rating of US television: one byte, 0 or 1, for each. */
+typedef struct US_TV_RATING_BLOCK_T {
+    uint8_t ab_rating[16];
+    uint8_t ab_all[4];
+} US_TV_RATING_BLOCK_T;
+
+/** A place in a rating table. */
+typedef struct OPEN_VCHIP_KEY_PARAM_T {
+    uint32_t ui4_region;
+    uint16_t ui2_dimension;
+    uint8_t ui1_level;
+} OPEN_VCHIP_KEY_PARAM_T;
+
+/** What is blocked of one dimension of a rating table. */
+typedef struct OPEN_VCHIP_BLOCK_DATA_T {
+    uint8_t ui1_region;
+    uint8_t ui1_dimension;
+    uint8_t ui1_level_count;
+    uint8_t aui1_blocked[255];
+} OPEN_VCHIP_BLOCK_DATA_T;
+
+/** A value in a dimension of a rating table. */
+typedef struct RatingListEntry {
+    uint16_t ui2_dimension;
+    uint16_t ui2_value;
+} RatingListEntry;
+
+/** The ratings of one region; a list of them is what a programme is rated with. All memory is the caller's. */
+typedef struct RatingListNode {
+    uint16_t ui2_region;
+    uint16_t ui2_count;
+    const char* s_name;               /**< null for none */
+    const RatingListEntry* at_entry;  /**< ui2_count of them */
+    const struct RatingListNode* pt_next;
+} RatingListNode;
+
 /** A block or a rating setting changed. */
 typedef void (*a_qortvapi_rating_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_rating_op_vchip_reg_callback(a_qortvapi_rating_nfy_fct pf_callback, void* pv_tag);
 
+/* United States and Canada. */
+int32_t a_qortvapi_rating_get_us_tv_setting_info(US_TV_RATING_BLOCK_T* pt_block);
+int32_t a_qortvapi_rating_set_us_tv_setting_info(const US_TV_RATING_BLOCK_T* pt_block);
+int32_t a_qortvapi_rating_get_us_movie_setting_info(uint8_t* pui1_rating);
+int32_t a_qortvapi_rating_set_us_movie_setting_info(uint8_t ui1_rating);
+int32_t a_qortvapi_rating_get_can_eng_setting_info(uint8_t* pui1_rating);
+int32_t a_qortvapi_rating_set_can_eng_setting_info(uint8_t ui1_rating);
+int32_t a_qortvapi_rating_get_can_fre_setting_info(uint8_t* pui1_rating);
+int32_t a_qortvapi_rating_set_can_fre_setting_info(uint8_t ui1_rating);
+int32_t a_qortvapi_rating_get_block_unrated(uint8_t* pui1_blocked);
+int32_t a_qortvapi_rating_set_block_unrated(bool b_blocked);
+int32_t a_qortvapi_rating_get_enable(uint8_t* pui1_enabled);
+int32_t a_qortvapi_rating_get_us_tv_group_by_child(uint8_t* pui1_grouped);
+int32_t a_qortvapi_rating_set_enable(uint8_t ui1_enabled);
+
+/* Rating tables that the broadcast brings. */
+int32_t a_qortvapi_rating_get_op_vchip_avail(uint8_t* pui1_available);
+/* pui1_info has room for 64 bytes. */
+int32_t a_qortvapi_rating_get_op_vchip_info(const OPEN_VCHIP_KEY_PARAM_T* pt_key, uint8_t* pui1_info);
+int32_t a_qortvapi_rating_get_op_vchip_setting_info(OPEN_VCHIP_BLOCK_DATA_T* pt_block);
+int32_t a_qortvapi_rating_set_op_vchip_setting_info(const OPEN_VCHIP_BLOCK_DATA_T* pt_block);
+
+/* ISDB and DVB. */
+int32_t a_qortvapi_rating_get_isdb_content_setting_info(uint8_t* pui1_setting);
+int32_t a_qortvapi_rating_set_isdb_content_setting_info(uint8_t ui1_setting);
+int32_t a_qortvapi_rating_get_isdb_age_setting_info(uint8_t* pui1_age);
+int32_t a_qortvapi_rating_set_isdb_age_setting_info(uint8_t ui1_age);
+int32_t a_qortvapi_rating_get_dvb_age_setting_info(uint8_t* pui1_age);
+int32_t a_qortvapi_rating_set_dvb_age_setting_info(uint8_t ui1_age);
+
+/* Ratings of programmes. */
+int32_t a_qortvapi_rating_convert_rating_info(const RatingListNode* pt_list, RATING_MAP_T* pt_rating_map);
+int32_t a_qortvapi_rating_atsc_storage(bool b_stored);
+int32_t a_qortvapi_rating_get_crnt_rating_info(RATING_MAP_T* pt_rating_map);
+
 #ifdef __cplusplus
 }
 #endif
+
+static_assert(sizeof(US_TV_RATING_BLOCK_T) == 20, "rating record");
+static_assert(sizeof(OPEN_VCHIP_KEY_PARAM_T) == 8 && offsetof(OPEN_VCHIP_KEY_PARAM_T, ui2_dimension) == 4 && offsetof(OPEN_VCHIP_KEY_PARAM_T, ui1_level) == 6, "rating record");
+static_assert(sizeof(OPEN_VCHIP_BLOCK_DATA_T) == 258, "rating record");
+static_assert(sizeof(RatingListEntry) == 4, "rating record");
+/* The middleware's own layout, with pointers of four bytes, and the natural one of eight. */
+static_assert(sizeof(void*) != 4 || (offsetof(RatingListNode, s_name) == 4 && offsetof(RatingListNode, at_entry) == 8 && offsetof(RatingListNode, pt_next) == 12 && sizeof(RatingListNode) == 16), "rating record");
+static_assert(sizeof(void*) != 8 || (offsetof(RatingListNode, s_name) == 8 && offsetof(RatingListNode, at_entry) == 16 && offsetof(RatingListNode, pt_next) == 24 && sizeof(RatingListNode) == 32), "rating record");

@@ -1,0 +1,81 @@
+/** Input sources: what they are, whether they have a signal, which one is shown. Part of the TV middleware client library. */
+#pragma once
+
+#include <assert.h>
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** What an input is. */
+enum { INPUT_DEVICE_TYPE_TV = 0, INPUT_DEVICE_TYPE_AV = 1, INPUT_DEVICE_TYPE_SCART = 2, INPUT_DEVICE_TYPE_COMPONENT = 3, INPUT_DEVICE_TYPE_VGA = 4, INPUT_DEVICE_TYPE_HDMI = 5 };
+
+/** Input lines of the set. */
+enum { INPUT_GPIO_SCART_1 = 0, INPUT_GPIO_SCART_2 = 1, INPUT_GPIO_HDMI_HPD = 2, INPUT_GPIO_COUNT = 3 };
+
+/** Bits of QORTVAPI_INPUT_SOURCE_RECORD_T::ui4_flags. */
+enum { INPUT_SOURCE_HAS_TUNER = 1 << 0, INPUT_SOURCE_HAS_AUDIO = 1 << 1, INPUT_SOURCE_DIGITAL = 1 << 2 };
+
+/** One source. */
+typedef struct QORTVAPI_INPUT_SOURCE_RECORD_T {
+    uint8_t ui1_source_id;
+    uint8_t ui1_device_type;    /**< INPUT_DEVICE_TYPE_… */
+    uint8_t ui1_internal_index; /**< among the inputs of its type, from 0 */
+    char s_name[33];
+    uint32_t ui4_flags;         /**< INPUT_SOURCE_… */
+    uint8_t ui1_connected;
+} QORTVAPI_INPUT_SOURCE_RECORD_T;
+
+/** Two sources that share a plug. */
+typedef struct QORTVAPI_INPUT_SHARE_PIN_RECORD_T {
+    uint8_t ui1_source_id;
+    uint8_t ui1_other_source_id;
+} QORTVAPI_INPUT_SHARE_PIN_RECORD_T;
+
+int32_t a_qortvapi_inputsource_isVideoSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
+int32_t a_qortvapi_inputsource_isAudioSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
+int32_t a_qortvapi_inputsource_get_gpioid_byidx(uint32_t ui4_index, uint32_t* pui4_gpio_id);
+int32_t a_qortvapi_inputsource_get_hybrid_video_internal_id(void);
+int32_t a_qortvapi_inputsource_get_hybrid_comp_internal_id(void);
+int32_t a_qortvapi_inputsource_get_sourcetotalnum(void);
+int32_t a_qortvapi_inputsource_get_sharepinrec_byidx(int32_t i4_index, QORTVAPI_INPUT_SHARE_PIN_RECORD_T* pt_record);
+int32_t a_qortvapi_inputsource_get_sourcerec_byidx(int32_t i4_index, QORTVAPI_INPUT_SOURCE_RECORD_T* pt_record);
+
+/* Names: `length` is the room that the middleware is told of, 256 at most. */
+/* pc_name has room for 256 characters. */
+int32_t a_qortvapi_inputsource_get_currentsourcename(char* pc_name, uint32_t ui4_length);
+int32_t a_qortvapi_inputsource_get_currentsourcename_bypath(char* pc_name, uint32_t ui4_length, const char* ps_video_path);
+int32_t a_qortvapi_inputsource_get_sourcename_bysourceid(int32_t i4_source_id, char* pc_name, uint32_t ui4_length);
+
+/* Change of source. */
+int32_t a_qortvapi_inputsource_changesource_bysourceid(int32_t i4_source_id);
+int32_t a_qortvapi_inputsource_is_source_available_bysourceidandpath(int32_t i4_source_id, const char* ps_video_path, uint8_t* pui1_available);
+int32_t a_qortvapi_inputsource_changesource_bysourceidandpath(int32_t i4_source_id, const char* ps_video_path);
+int32_t a_qortvapi_inputsource_cs_bysourceidandpathandpriority(int32_t i4_source_id, const char* ps_video_path, uint16_t ui2_priority);
+
+/* State and labels. */
+int32_t a_qortvapi_inputsource_is_block_bysourceid(int32_t i4_source_id, uint8_t* pui1_blocked);
+int32_t a_qortvapi_inputsource_is_source_block_bysourceid(int32_t i4_source_id, uint8_t* pui1_blocked);
+int32_t a_qortvapi_inputsource_is_source_autodetect_bysourceid(int32_t i4_source_id, uint8_t* pui1_autodetect);
+int32_t a_qortvapi_inputsource_set_source_blockstatus_bysourceid(int32_t i4_source_id, bool b_blocked);
+int32_t a_qortvapi_inputsource_set_source_autodetectstatus_bysourceid(int32_t i4_source_id, bool b_autodetect);
+int32_t a_qortvapi_inputsource_get_source_inputlabelidx_bysourceid(int32_t i4_source_id, uint8_t* pui1_label_index);
+int32_t a_qortvapi_inputsource_set_source_inputlabelidx_bysourceid(int32_t i4_source_id, uint8_t ui1_label_index);
+int32_t a_qortvapi_inputsource_get_userdefname_bysourceid(int32_t i4_source_id, char* pc_name, uint32_t ui4_length);
+int32_t a_qortvapi_inputsource_set_userdefname_bysourceid(int32_t i4_source_id, const char* ps_name);
+int32_t a_qortvapi_inputsource_get_external_device_has_signal(uint32_t ui4_device_type, int32_t i4_index, uint8_t* pui1_has_signal);
+int32_t a_qortvapi_inputsource_sync_stop(const char* ps_video_path, bool b_block);
+int32_t a_qortvapi_inputsource_query_conflict(int32_t i4_source_id, int32_t i4_other_source_id, uint8_t* pui1_conflict);
+int32_t a_qortvapi_inputsource_get_mhl_port_num(uint8_t* pui1_count);
+int32_t a_qortvapi_inputsource_check_menu_tv_block(uint8_t* pui1_blocked);
+int32_t a_qortvapi_inputsource_set_scart_auto_jump(bool b_enabled);
+
+#ifdef __cplusplus
+}
+#endif
+
+static_assert(sizeof(QORTVAPI_INPUT_SOURCE_RECORD_T) == 44 && offsetof(QORTVAPI_INPUT_SOURCE_RECORD_T, s_name) == 3 && offsetof(QORTVAPI_INPUT_SOURCE_RECORD_T, ui4_flags) == 36 && offsetof(QORTVAPI_INPUT_SOURCE_RECORD_T, ui1_connected) == 40, "input source record");
+static_assert(sizeof(QORTVAPI_INPUT_SHARE_PIN_RECORD_T) == 2, "share-pin record");
