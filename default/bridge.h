@@ -78,6 +78,11 @@ class CallerArray {
         : mCount(count), mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
         if (mData == nullptr && kind == kRequired) endForLackOfMemory(count, sizeof(T), method);
     }
+    /** A copy of what a client sent, for the middleware to rewrite. */
+    explicit CallerArray(const hidl_vec<T>& values, const char* method = __builtin_FUNCTION())
+        : CallerArray(values.size(), kRequired, method) {
+        std::copy_n(values.data(), values.size(), mData);
+    }
     ~CallerArray() { free(mData); }
     CallerArray(const CallerArray&) = delete;
     CallerArray& operator=(const CallerArray&) = delete;

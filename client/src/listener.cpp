@@ -4,47 +4,16 @@
 #include <string>
 #include <utility>
 
+#include "utf16.h"
+
 namespace qortv {
 
 namespace {
 
 using Units = android::hardware::hidl_vec<uint16_t>;
 
-void appendCodePoint(std::string& text, uint32_t c) {
-    const auto tail = [&](int shift) { text += static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
-    if (c < 0x80) {
-        text += static_cast<char>(c);
-    } else if (c < 0x800) {
-        text += static_cast<char>(0xC0 | (c >> 6));
-        tail(0);
-    } else if (c < 0x10000) {
-        text += static_cast<char>(0xE0 | (c >> 12));
-        tail(6);
-        tail(0);
-    } else {
-        text += static_cast<char>(0xF0 | (c >> 18));
-        tail(12);
-        tail(6);
-        tail(0);
-    }
-}
-
-/** UTF-16 up to its zero terminator as UTF-8; half a surrogate pair becomes U+FFFD. */
 std::string toUtf8(const Units& units) {
-    std::string text;
-    for (size_t i = 0; i < units.size() && units[i] != 0; ++i) {
-        const uint32_t unit = units[i];
-        const bool high = unit >= 0xD800 && unit < 0xDC00;
-        const bool low = unit >= 0xDC00 && unit < 0xE000;
-        const uint32_t next = i + 1 < units.size() ? units[i + 1] : 0;
-        if (high && next >= 0xDC00 && next < 0xE000) {
-            appendCodePoint(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
-            ++i;
-        } else {
-            appendCodePoint(text, high || low ? 0xFFFD : unit);
-        }
-    }
-    return text;
+    return qortv::toUtf8(units.data(), units.size());
 }
 
 void append(std::vector<Notification::Field>& fields, const Listener::HIDL_CI_MMI_ENQ_T& enquiry) {

@@ -2,6 +2,7 @@
  * switchboard. */
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,6 +13,10 @@
 #include "switchboard.h"
 
 namespace television {
+
+class CamSlot;
+class Recording;
+class ChannelScan;
 
 /** All take a core that outlives the switchboard. */
 void plugBringUp(switchboard::Switchboard& board);
@@ -32,13 +37,28 @@ void plugComponents(switchboard::Switchboard& board, Core& core);
 void plugTracks(switchboard::Switchboard& board, Core& core);
 void plugBanner(switchboard::Switchboard& board, Core& core);
 void plugTeletext(switchboard::Switchboard& board, Core& core);
-void plugUtilities(switchboard::Switchboard& board, Core& core);
+/** `cam` outlives the switchboard, here and below. */
+void plugUtilities(switchboard::Switchboard& board, Core& core, CamSlot& cam);
+void plugCi(switchboard::Switchboard& board, Core& core, CamSlot& cam);
 void plugUpgrade(switchboard::Switchboard& board, Core& core);
+void plugTime(switchboard::Switchboard& board, Core& core);
+void plugEvents(switchboard::Switchboard& board, Core& core);
 void plugDownload(switchboard::Switchboard& board, Core& core);
 void plugHighLevel(switchboard::Switchboard& board, Core& core);
 void plugEngines(switchboard::Switchboard& board, Core& core);
 void plugApplication(switchboard::Switchboard& board, Core& core);
 void plugPower(switchboard::Switchboard& board, Core& core);
+/** `scan` outlives the switchboard. */
+void plugScan(switchboard::Switchboard& board, Core& core, ChannelScan& scan);
+/** `digitTime`: without another digit before those typed select. */
+void plugBroadcast(switchboard::Switchboard& board, Core& core,
+                   std::chrono::milliseconds digitTime);
+/** `cam` outlives the switchboard. */
+void plugTuner(switchboard::Switchboard& board, Core& core, const CamSlot& cam);
+/** `recording` outlives the switchboard, here and below. */
+void plugRecord(switchboard::Switchboard& board, Core& core, Recording& recording);
+void plugTimeShift(switchboard::Switchboard& board, Recording& recording);
+void plugRecordings(switchboard::Switchboard& board, Recording& recording);
 /** `baseFile`: the configuration file of calls that name none; empty: none. */
 void plugParser(switchboard::Switchboard& board, const std::string& baseFile);
 

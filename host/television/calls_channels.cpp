@@ -1,5 +1,6 @@
 // Single channels, the current one, selection, list handles, locks.
 #include "calls.h"
+#include "channel_selection.h"
 #include "middleware/channellist.h"
 
 namespace television {
@@ -33,17 +34,7 @@ int32_t select(Core& core, size_t window, uint32_t listId, uint32_t channelId) {
     return core.change([&](ChannelLists& lists, Identities&, Change& change) -> int32_t {
         const ChannelList* list = lists.listOf(channelId);
         if (list == nullptr || (listId != 0 && list->id != listId)) return TV_NOT_FOUND;
-        const ChannelList* before = lists.listOf(lists.current[window]);
-        lists.current[window] = channelId;
-        if (window == 0 && list != before) {
-            change.events.push_back({registration<&a_qortvapi_svlid_update_register_callback>(),
-                                     CHANNEL_LIST_ID_NFY_CURRENT,
-                                     {list->id, 0, 0, 0}});
-            change.events.push_back({registration<&a_qortvapi_tslid_update_register_callback>(),
-                                     CHANNEL_LIST_ID_NFY_CURRENT,
-                                     {list->id, 0, 0, 0}});
-        }
-        change.selection(lists, window);
+        selectChannel(lists, window, channelId, change);
         return TV_OK;
     });
 }

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "calls.h"
+#include "channel_selection.h"
 #include "client_text.h"
 #include "middleware/svctx.h"
 #include "playing.h"
@@ -71,8 +72,7 @@ int32_t select(Core& core, uint32_t context, const SVCTX_SRC_DESC_T* source,
                                      SVCTX_COND_NO_SERVICE,
                                      {SVCTX_CODE_SERVICE_SELECTED, SVCTX_STREAM_ALL, 0, 0}});
         } else {
-            lists.current[windowOf(context)] = channelId;
-            change.selection(lists, windowOf(context));
+            selectChannel(lists, windowOf(context), channelId, change);
         }
         addSelectorEvents(change.events, context, handler, tag);
         return TV_OK;
@@ -107,7 +107,9 @@ int32_t get(const Core& core, HeldBack& held, uint32_t context, uint32_t type, v
         case SVCTX_GET_MULTIPLEX:
             return playing ? putSized(playing->multiplex, data, size) : int32_t{TV_NOT_FOUND};
         case SVCTX_GET_SIGNAL_LOCKED:
-            return putSized(uint32_t{playing ? 1u : 0u}, data, size);
+            return putSized(
+                    uint32_t{playing && core.reception.hasSignal(playing->multiplex) ? 1u : 0u},
+                    data, size);
         case SVCTX_GET_VIDEO_BLANK:
         case SVCTX_GET_AUDIO_MUTE: {
             std::lock_guard<std::mutex> lock(held.mutex);

@@ -7,7 +7,9 @@
 #include <fmt/format.h>
 
 #include "calls.h"
+#include "cam_slot.h"
 #include "client_text.h"
+#include "middleware/ci.h"
 #include "middleware/network.h"
 #include "middleware/pwddlg.h"
 #include "middleware/util.h"
@@ -29,8 +31,14 @@ std::string valueName(const std::string& name, int32_t kind) {
     return fmt::format("{}{}.{}", kValuePrefix, kind, name);
 }
 
-int32_t setValue(Core& core, std::mutex& mutex, const char* name, int32_t kind, const void* data,
-                 uint64_t size) {
+/** What is told in the place of a value: put the module in, or take it out. */
+int32_t moveCam(CamSlot& cam, const std::string& bytes) {
+    if (bytes.size() != 1 || bytes[0] < 0 || bytes[0] > 1) return TV_INVALID_ARGUMENT;
+    return bytes[0] == 0 ? cam.remove() : cam.insert();
+}
+
+int32_t setValue(Core& core, CamSlot& cam, std::mutex& mutex, const char* name, int32_t kind,
+                 const void* data, uint64_t size) {
     const auto text = readText(name, UTIL_NAME_MAX + 1);
     if (!text || text->empty() || size > UTIL_VALUE_MAX || (data == nullptr && size != 0)) {
         return TV_INVALID_ARGUMENT;
@@ -43,6 +51,7 @@ int32_t setValue(Core& core, std::mutex& mutex, const char* name, int32_t kind, 
         core.remember(kPasswordName, password);
         return TV_OK;
     }
+    if (*text == CI_SLOT_UTIL_NAME) return moveCam(cam, bytes);
     const std::string key = valueName(*text, kind);
     std::lock_guard<std::mutex> lock(mutex);
     if (!bytes.empty() && core.remembered(key).empty() &&
@@ -173,11 +182,11 @@ int32_t getWake(const Core& core, const char* name, int32_t* control) {
 
 }  // namespace
 
-void plugUtilities(switchboard::Switchboard& board, Core& core) {
+void plugUtilities(switchboard::Switchboard& board, Core& core, CamSlot& cam) {
     const auto mutex = std::make_shared<std::mutex>();
     board.on<&a_qortvapi_util_set>(
-            [=, &core](const char* name, int32_t kind, const void* data, uint64_t size) {
-                return setValue(core, *mutex, name, kind, data, size);
+            [=, &core, &cam](const char* name, int32_t kind, const void* data, uint64_t size) {
+                return setValue(core, cam, *mutex, name, kind, data, size);
             });
     board.on<&a_qortvapi_util_get>(
             [&core](const char* name, int32_t kind, void* data, uint32_t* size) {

@@ -3,8 +3,10 @@
 #include <charconv>
 #include <cstring>
 
+#include "channel_selection.h"
 #include "log.h"
 #include "middleware/channellist.h"
+#include "middleware/event.h"
 #include "middleware/result_codes.h"
 #include "playing.h"
 #include "scan_merge.h"
@@ -39,15 +41,8 @@ bool sameRecords(const std::vector<Record>& a, const std::vector<Record>& b) {
 /** Selects a channel in place of one that is gone: the first that is shown. */
 void chooseCurrent(ChannelLists& lists) {
     if (lists.current[1] != 0 && lists.listOf(lists.current[1]) == nullptr) lists.current[1] = 0;
-    if (lists.listOf(lists.current[0]) != nullptr) return;
-    lists.current[0] = 0;
-    for (const ChannelList& list : lists.lists) {
-        for (const Service& service : list.services) {
-            if ((service.record.ui4_nw_mask & SB_VNET_VISIBLE) == 0) continue;
-            lists.current[0] = service.record.ui4_channel_id;
-            return;
-        }
-    }
+    if (lists.stopped[0] || lists.listOf(lists.current[0]) != nullptr) return;
+    lists.current[0] = firstShown(lists);
 }
 
 }  // namespace
@@ -90,10 +85,11 @@ void Change::networks(const ChannelList& list, uint16_t recordId) {
 
 void Change::selection(const ChannelLists& lists, size_t window) {
     stored.settings = true;
-    addSelectionEvents(events, lists, window);
+    addSelectionEvents(events, lists, window, mReception.tuning(playingIn(lists, window)));
 }
 
-Core::Core(const std::string& stateFolder) : mStore(stateFolder) {
+Core::Core(const std::string& stateFolder, Clock::Base time, const std::string& streamFolder)
+    : clock(std::move(time)), reception(streamFolder), mStore(stateFolder) {
     mStore.load(mLists, mIdentities);
     mValues = mStore.loadValues();
     registrations.onFirst([this](RegistrationKey key) { announce(key); });
@@ -147,7 +143,8 @@ void Core::finish(const Change& change) {
     for (const Event& event : change.events) notifier.post(event);
 }
 
-void Core::merge(const ScanResult& scan) {
+bool Core::merge(const ScanResult& scan, const MergeScope& scope,
+                 const std::function<bool()>& proceed) {
     const DatabaseLock::Turn turn(channelLock, kPatience);
     if (!turn.inTime()) {
         LOG_TV_WARN(
@@ -155,11 +152,13 @@ void Core::merge(const ScanResult& scan) {
                 kPatience.count());
     }
     std::lock_guard<std::mutex> writer(mWriter);
-    ChannelLists merged = mergeScan(mLists, scan, mIdentities);
+    if (proceed && !proceed()) return false;
+    ChannelLists merged = mergeScan(mLists, scan, mIdentities, scope);
     const std::array<uint32_t, 2> before = merged.current;
     chooseCurrent(merged);
-    Change change;
+    Change change(reception);
     for (const ChannelList& list : merged.lists) {
+        if (!scope.covers(list.id)) continue;
         change.stored.lists.insert(list.id);
         if (!sameRecords(list.networks, mLists.list(list.id)->networks)) change.networks(list, 0);
     }
@@ -175,12 +174,30 @@ void Core::merge(const ScanResult& scan) {
         std::unique_lock<std::shared_mutex> lock(mMutex);
         mLists = std::move(merged);
     }
+    receiveGuide(scan, change);
     finish(change);
     {
         std::lock_guard<std::mutex> lock(mAnnounceMutex);
         ++mLoads;
     }
     for (const RegistrationKey key : channelListRegistrations()) announce(key);
+    return true;
+}
+
+/** Takes over the time and the events of a scan that the lists have taken over already; `mWriter`
+ * is held. */
+void Core::receiveGuide(const ScanResult& scan, Change& change) {
+    BroadcastTime newest;
+    for (const ParsedMultiplex& multiplex : scan.multiplexes) {
+        const BroadcastTime& time = multiplex.time;
+        if (time.hasTime() && (!newest.hasTime() || time.utc > newest.utc)) newest = time;
+    }
+    if (newest.hasTime()) clock.receive(newest);
+    if (!guide.load(mLists, scan)) return;
+    guide.advance(clock.utcSeconds());  // what is on now is told with the load
+    change.events.push_back({registration<&a_qortvapi_event_register_callback>(),
+                             EVENT_NFY_UPDATED,
+                             {0, EVENT_UPDATE_PRESENT_FOLLOWING | EVENT_UPDATE_SCHEDULE, 0, 0}});
 }
 
 void Core::announce(RegistrationKey key) {

@@ -2,17 +2,22 @@
  * notifications. */
 #pragma once
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <shared_mutex>
 #include <string>
 #include <utility>
 
+#include "clock.h"
 #include "database_lock.h"
+#include "guide.h"
 #include "identities.h"
 #include "lists.h"
 #include "notifier.h"
+#include "reception.h"
 #include "registrations.h"
+#include "scan_merge.h"
 #include "store.h"
 
 namespace television {
@@ -20,6 +25,9 @@ namespace television {
 /** What one change did: what to write, and whom to tell. */
 class Change {
   public:
+    /** `reception` outlives this. */
+    explicit Change(const Reception& reception) : mReception(reception) {}
+
     Changes stored;
     std::vector<Event> events;
 
@@ -34,6 +42,9 @@ class Change {
     void networks(const ChannelList& list, uint16_t recordId);
     /** Another channel is selected in a window (0 main, 1 sub). */
     void selection(const ChannelLists& lists, size_t window);
+
+  private:
+    const Reception& mReception;
 };
 
 /** Copies of a list or of the satellites that a client can go back to. */
@@ -52,7 +63,10 @@ struct Snapshots {
  */
 class Core {
   public:
-    explicit Core(const std::string& stateFolder);
+    /** `time` stands in for the machine's clocks; empty: those of the machine. `streamFolder` is
+     * where signals come from; empty: there are none. */
+    explicit Core(const std::string& stateFolder, Clock::Base time = {},
+                  const std::string& streamFolder = {});
 
     /** Runs `read(lists)`, during which the lists stand still, and answers its result. */
     template <typename Read>
@@ -69,7 +83,7 @@ class Core {
     template <typename Apply>
     int32_t change(Apply apply) {
         std::lock_guard<std::mutex> writer(mWriter);
-        Change change;
+        Change change(reception);
         int32_t result;
         {
             std::unique_lock<std::shared_mutex> lock(mMutex);
@@ -91,14 +105,22 @@ class Core {
     int32_t rememberedNumber(const std::string& name, int32_t fallback) const;
     void rememberNumber(const std::string& name, int32_t number);
 
-    /** Brings the lists into line with a scan, in the television's turn of the database lock. */
-    void merge(const struct ScanResult& scan);
+    /**
+     * Brings the lists, as far as `scope` goes, into line with a scan, in the television's turn of
+     * the database lock. `proceed`, if any, is asked right before: when it answers false, all stays
+     * as it is, and so does this. `proceed` must not call this object.
+     */
+    bool merge(const ScanResult& scan, const MergeScope& scope = {},
+               const std::function<bool()>& proceed = {});
 
     /** Tells a registration of channel-list updates that the lists are loaded, once for each load
      * and not before the first handler. */
     void announce(RegistrationKey key);
 
     Registrations registrations;
+    Clock clock;
+    Guide guide;
+    const Reception reception;
     Notifier notifier{registrations};
     DatabaseLock channelLock;
     DatabaseLock satelliteLock;
@@ -107,6 +129,7 @@ class Core {
 
   private:
     void finish(const Change& change);
+    void receiveGuide(const struct ScanResult& scan, Change& change);
 
     mutable std::shared_mutex mMutex;
     std::mutex mWriter;

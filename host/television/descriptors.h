@@ -1,5 +1,5 @@
-/** The descriptors of PMT, SDT and NIT that the television reads. Views are a descriptor's content,
- * without tag and length. */
+/** The descriptors of PMT, SDT, NIT, EIT and TOT that the television reads. Views are a
+ * descriptor's content, without tag and length. */
 #pragma once
 
 #include <string>
@@ -16,11 +16,18 @@ constexpr uint8_t kDescriptorServiceList = 0x41;
 constexpr uint8_t kDescriptorSatellite = 0x43;
 constexpr uint8_t kDescriptorCable = 0x44;
 constexpr uint8_t kDescriptorService = 0x48;
+constexpr uint8_t kDescriptorShortEvent = 0x4D;
+constexpr uint8_t kDescriptorExtendedEvent = 0x4E;
+constexpr uint8_t kDescriptorComponent = 0x50;
+constexpr uint8_t kDescriptorContent = 0x54;
+constexpr uint8_t kDescriptorParentalRating = 0x55;
 constexpr uint8_t kDescriptorTeletext = 0x56;
+constexpr uint8_t kDescriptorLocalTimeOffset = 0x58;
 constexpr uint8_t kDescriptorSubtitling = 0x59;
 constexpr uint8_t kDescriptorTerrestrial = 0x5A;
 constexpr uint8_t kDescriptorPrivateData = 0x5F;
 constexpr uint8_t kDescriptorAc3 = 0x6A;
+constexpr uint8_t kDescriptorContentIdentifier = 0x76;
 constexpr uint8_t kDescriptorEnhancedAc3 = 0x7A;
 constexpr uint8_t kDescriptorDts = 0x7B;
 constexpr uint8_t kDescriptorAac = 0x7C;

@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "log.h"
-#include "stream_folder.h"
 
 namespace television {
 namespace {
@@ -29,8 +28,9 @@ enum { kWoken = 1, kStopped = 2 };
 
 }  // namespace
 
-FolderWatch::FolderWatch(std::string folder, std::chrono::milliseconds calm)
-    : mFolder(std::move(folder)), mCalm(calm) {
+FolderWatch::FolderWatch(std::string folder, std::chrono::milliseconds calm,
+                         std::function<bool(const std::string&)> concerns)
+    : mFolder(std::move(folder)), mCalm(calm), mConcerns(std::move(concerns)) {
     mNotify = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
     mStop = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (mNotify < 0 || mStop < 0) {
@@ -51,7 +51,8 @@ bool FolderWatch::watch() {
     return mWatch >= 0;
 }
 
-/** Takes all events that have come; answers whether one was about a stream or the folder. */
+/** Takes all events that have come; answers whether one was about a file that counts or the folder.
+ */
 bool FolderWatch::drain() {
     alignas(inotify_event) char buffer[4096];
     bool any = false;
@@ -60,7 +61,7 @@ bool FolderWatch::drain() {
         if (got <= 0) return any;
         for (ssize_t at = 0; at < got;) {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
-            any = any || event->len == 0 || isStreamName(event->name);
+            any = any || event->len == 0 || mConcerns(event->name);
             if ((event->mask & IN_MOVE_SELF) != 0) inotify_rm_watch(mNotify, event->wd);
             if ((event->mask & IN_IGNORED) != 0 && event->wd == mWatch) mWatch = -1;
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);

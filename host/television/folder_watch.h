@@ -1,8 +1,11 @@
-/** Tells when the streams in a folder changed. */
+/** Tells when the streams in a folder, or other files there, changed. */
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
+
+#include "stream_folder.h"
 
 namespace television {
 
@@ -13,8 +16,10 @@ namespace television {
 class FolderWatch {
   public:
     /** `calm` is how long nothing may change before a change counts: copying a file takes a while.
+     * `concerns` tells the names of the files that count; the folder itself always does.
      */
-    FolderWatch(std::string folder, std::chrono::milliseconds calm);
+    FolderWatch(std::string folder, std::chrono::milliseconds calm,
+                std::function<bool(const std::string&)> concerns = isStreamName);
     ~FolderWatch();
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
@@ -31,6 +36,7 @@ class FolderWatch {
 
     const std::string mFolder;
     const std::chrono::milliseconds mCalm;
+    const std::function<bool(const std::string&)> mConcerns;
     int mNotify = -1;  ///< inotify
     int mStop = -1;    ///< eventfd
     int mWatch = -1;   ///< -1 while the folder is not there

@@ -8,16 +8,21 @@
 #include "middleware/banner.h"
 #include "middleware/broadcast.h"
 #include "middleware/channellist.h"
+#include "middleware/ci.h"
+#include "middleware/event.h"
 #include "middleware/ginga.h"
 #include "middleware/highlevel.h"
 #include "middleware/mheg5.h"
 #include "middleware/pcl.h"
 #include "middleware/pwddlg.h"
+#include "middleware/record.h"
 #include "middleware/scc.h"
 #include "middleware/screensaver.h"
 #include "middleware/subtitle.h"
 #include "middleware/svctx.h"
 #include "middleware/teletext.h"
+#include "middleware/time.h"
+#include "middleware/timeshift.h"
 #include "middleware/upgrade.h"
 #include "middleware/videoinfo.h"
 #include "service_context.h"
@@ -46,6 +51,7 @@ static_assert(std::is_same_v<UpdateHandler, a_qortvapi_broadcast_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_apptv_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_audio_info_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_banner_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_event_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_highlevel_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_pwddlg_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_subtitle_nfy_fct>);
@@ -82,6 +88,11 @@ void passUpgrade(a_qortvapi_upgrade_nfy_fct handler, void* tag, const Event& eve
     handler(event.code, asSigned(event.arguments[0]), asSigned(event.arguments[1]), tag);
 }
 
+/** The second argument only tells one event from the next. */
+void passModule(a_qortvapi_ci_nfy_fct handler, void* tag, const Event& event) {
+    handler(event.to.number, tag, event.code, asPointer(event.arguments[0]));
+}
+
 /** The frame rate is the last argument: progressive and rate share one in the event. */
 void passVideo(a_qortvapi_videoinfo_nfy_fct handler, void* tag, const Event& event) {
     const auto& a = event.arguments;
@@ -106,6 +117,23 @@ void passThree(ThreeHandler handler, void* tag, const Event& event) {
     handler(event.code, tag, asPointer(a[0]), asPointer(a[1]), asPointer(a[2]));
 }
 
+/** Two integers as pointers. */
+using TwoHandler = void (*)(int32_t, void*, void*, void*);
+static_assert(std::is_same_v<TwoHandler, a_qortvapi_record_nfy_fct>);
+static_assert(std::is_same_v<TwoHandler, a_qortvapi_timeshift_nfy_fct>);
+void passTwo(TwoHandler handler, void* tag, const Event& event) {
+    const auto& a = event.arguments;
+    handler(event.code, tag, asPointer(a[0]), asPointer(a[1]));
+}
+
+using OneHandler = void (*)(int32_t, void*, void*);
+static_assert(std::is_same_v<OneHandler, a_qortvapi_time_dt_nfy_fct>);
+static_assert(std::is_same_v<OneHandler, a_qortvapi_time_sleep_timer_nfy_fct>);
+static_assert(std::is_same_v<OneHandler, a_qortvapi_time_sync_source_nfy_fct>);
+void passOne(OneHandler handler, void* tag, const Event& event) {
+    handler(event.code, tag, asPointer(event.arguments[0]));
+}
+
 Shape shapeOf(const switchboard::SlotBase* slot) {
     static const std::map<const switchboard::SlotBase*, Shape> shapes = {
             {&switchboard::slot<&c_svctx_set_listener>, shaped<c_svctx_nfy_fct, passContext>},
@@ -114,12 +142,23 @@ Shape shapeOf(const switchboard::SlotBase* slot) {
             {&switchboard::slot<&c_pcl_reg_nfy_fct>, shaped<c_pcl_nfy_fct, passPower>},
             {&switchboard::slot<&a_qortvapi_upgrade_register_callback>,
              shaped<a_qortvapi_upgrade_nfy_fct, passUpgrade>},
+            {&switchboard::slot<&a_qortvapi_ci_reg_cb>, shaped<a_qortvapi_ci_nfy_fct, passModule>},
             {&switchboard::slot<&a_qortvapi_videoinfo_reg_common_nfy>,
              shaped<a_qortvapi_videoinfo_nfy_fct, passVideo>},
             {&switchboard::slot<&a_qortvapi_screensaver_register_msg_callback>,
              shaped<IntegersHandler, passIntegers>},
             {&switchboard::slot<&a_qortvapi_mheg5_register_msg_callback>,
              shaped<IntegersHandler, passIntegers>},
+            {&switchboard::slot<&a_qortvapi_record_pvr_register_callback>,
+             shaped<TwoHandler, passTwo>},
+            {&switchboard::slot<&a_qortvapi_timeshift_register_callback>,
+             shaped<TwoHandler, passTwo>},
+            {&switchboard::slot<&a_qortvapi_time_register_dt_event_callback>,
+             shaped<OneHandler, passOne>},
+            {&switchboard::slot<&a_qortvapi_time_register_sleep_timer_callback>,
+             shaped<OneHandler, passOne>},
+            {&switchboard::slot<&a_qortvapi_time_register_sync_source_callback>,
+             shaped<OneHandler, passOne>},
             {&switchboard::slot<&a_qortvapi_ginga_register_callback>,
              shaped<ThreeHandler, passThree>},
             {&switchboard::slot<&a_qortvapi_teletext_register_msg_callback>,

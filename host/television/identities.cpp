@@ -44,6 +44,14 @@ void Identities::unhideAbsent(const std::set<IdentityKey>& present) {
     }
 }
 
+void Identities::unhideAll(uint16_t list) {
+    for (auto& [key, identity] : mIdentities) {
+        if (!identity.hidden || key.list != list) continue;
+        identity.hidden = false;
+        mChanged.insert(key);
+    }
+}
+
 void Identities::restore(const IdentityKey& key, const Identity& identity) {
     mIdentities[key] = identity;
     uint16_t& last = mLast[{key.kind, key.list}];

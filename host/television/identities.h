@@ -55,6 +55,8 @@ class Identities {
     /** Takes the mark of deletion from all services and multiplexes that are not among `present`.
      */
     void unhideAbsent(const std::set<IdentityKey>& present);
+    /** Takes the mark of deletion from all of a list. */
+    void unhideAll(uint16_t list);
 
     /** Takes over what the store remembers. */
     void restore(const IdentityKey& key, const Identity& identity);

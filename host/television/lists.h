@@ -91,6 +91,8 @@ struct ChannelLists {
     std::vector<BSL_REC_T> bissKeys;     ///< by record id
     uint32_t bissVersion = 1;
     std::array<uint32_t, 2> current = {};  ///< channel ids in the main and the sub window, 0: none
+    std::array<uint32_t, 2> previous = {};  ///< what was selected there before, listed or not
+    std::array<bool, 2> stopped = {};  ///< nothing plays there because a client wanted it so
 
     /** The list with an id; null when there is none. */
     ChannelList* list(uint32_t id);

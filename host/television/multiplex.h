@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "guide_event.h"
 
 namespace television {
 
@@ -92,6 +95,8 @@ struct ParsedMultiplex {
     std::string networkName;
     Delivery delivery;
     std::vector<ParsedService> services;
+    BroadcastTime time;
+    std::shared_ptr<const std::vector<ServiceEvents>> events;  ///< null when it tells none
     uint32_t packets = 0;
     uint32_t damagedPackets = 0;
     uint32_t damagedSections = 0;

@@ -1,20 +1,13 @@
 #include "notifier.h"
 
 #include <algorithm>
-#include <ctime>
 
 #include "handler_shapes.h"
 #include "log.h"
 #include "middleware/channellist.h"
-#include "middleware/time.h"
 
 namespace television {
 namespace {
-
-/** The middleware hands small integers over as pointers. */
-void* asPointer(uint32_t value) {
-    return reinterpret_cast<void*>(uintptr_t{value});  // NOLINT(performance-no-int-to-ptr)
-}
 
 /** Whether the single updates of a registration can be put together into one. */
 bool isListUpdate(RegistrationKey to) {
@@ -105,7 +98,7 @@ void Notifier::run(std::chrono::milliseconds tick) {
         lock.unlock();
         for (const Event& event : events) deliver(event);
         if (due) {
-            deliverTick();
+            for (const auto& act : mOnTick) act();
             nextTick += tick;
             // Handlers that take longer than a tick get fewer, not all of them at once.
             if (nextTick <= Clock::now()) nextTick = Clock::now() + tick;
@@ -120,15 +113,6 @@ void Notifier::deliver(const Event& event) const {
     } else {
         callHandlers(mRegistrations, event);
     }
-}
-
-void Notifier::deliverTick() const {
-    const auto now = static_cast<uint32_t>(std::time(nullptr));
-    mRegistrations.each<a_qortvapi_time_dt_nfy_fct>(
-            registration<&a_qortvapi_time_register_dt_event_callback>(),
-            [&](a_qortvapi_time_dt_nfy_fct handler, void* tag) {
-                handler(TIME_NFY_SECOND, tag, asPointer(now));
-            });
 }
 
 }  // namespace television

@@ -10,6 +10,7 @@
 #include <map>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include "registrations.h"
 
@@ -32,10 +33,10 @@ struct Event {
 };
 
 /**
- * Delivers events in the order in which they were posted, and a tick of date and time in between.
- * The handlers may take their time and call the television: no lock is held. When they are so slow
- * that the queue is full, updates of one registration melt into one that says "everything"; ticks
- * are left out.
+ * Delivers events in the order in which they were posted, and does what is due at every tick in
+ * between. The handlers may take their time and call the television: no lock is held. When they are
+ * so slow that the queue is full, updates of one registration melt into one that says "everything";
+ * ticks are left out.
  */
 class Notifier {
   public:
@@ -43,6 +44,10 @@ class Notifier {
 
     explicit Notifier(const Registrations& registrations) : mRegistrations(registrations) {}
     ~Notifier() { stop(); }
+
+    /** Lets `act` run on the thread at every tick, before the handlers of date and time hear of it.
+     * Before `start`. */
+    void onTick(std::function<void()> act) { mOnTick.push_back(std::move(act)); }
 
     /** Starts the thread; `tick` is the time between two ticks. */
     void start(std::chrono::milliseconds tick);
@@ -60,9 +65,9 @@ class Notifier {
     void add(const Event& event);
     void makeRoom();
     void deliver(const Event& event) const;
-    void deliverTick() const;
 
     const Registrations& mRegistrations;
+    std::vector<std::function<void()>> mOnTick;  // not changed while the thread runs
     std::mutex mMutex;
     std::condition_variable mChanged;
     std::deque<Event> mPending;                                          // guarded by mMutex

@@ -125,8 +125,10 @@ void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing
                       {}});
 }
 
-void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window) {
+void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window,
+                        const Tuning& tuning) {
     const std::optional<Playing> playing = playingIn(lists, window);
+    const auto windowNumber = static_cast<uint32_t>(window);
     const RegistrationKey context =
             registration<&c_svctx_set_listener>(window == 0 ? kMainContext : kSubContext);
     const auto report = [&](int32_t condition, uint32_t stream) {
@@ -136,14 +138,24 @@ void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, s
         report(SVCTX_COND_NO_SERVICE, SVCTX_STREAM_ALL);
     } else {
         report(SVCTX_COND_SERVICE_CHANGED, SVCTX_STREAM_ALL);
+    }
+    if (tuning.error != BROADCAST_TUNING_ERROR_NO_SIGNAL && playing) {
         report(SVCTX_COND_SIGNAL_LOCKED, SVCTX_STREAM_ALL);
         if (playing->hasVideo()) report(SVCTX_COND_STREAM_STARTED, SVCTX_STREAM_VIDEO);
         if (playing->hasAudio()) report(SVCTX_COND_STREAM_STARTED, SVCTX_STREAM_AUDIO);
         report(SVCTX_COND_SERVICE_READY, SVCTX_STREAM_ALL);
     }
-    events.push_back({registration<&a_qortvapi_broadcast_register_callback>(),
+    const RegistrationKey broadcast = registration<&a_qortvapi_broadcast_register_callback>();
+    const auto tell = [&](uint32_t status, uint32_t error) {
+        events.push_back({broadcast,
+                          BROADCAST_NFY_TUNING,
+                          {status, error, lists.current[window], windowNumber}});
+    };
+    if (playing) tell(BROADCAST_TUNING_SEARCHING, BROADCAST_TUNING_ERROR_NONE);
+    tell(tuning.status, tuning.error);
+    events.push_back({broadcast,
                       BROADCAST_NFY_CHANNEL_CHANGED,
-                      {lists.current[window], static_cast<uint32_t>(window),
+                      {lists.current[window], windowNumber,
                        playing ? uint32_t{playing->service.ui2_svl_id} : 0, 0}});
     events.push_back(detectionEvent(playing, window));
     if (window == 0) addMainWindowEvents(events, playing);

@@ -29,6 +29,12 @@ struct Playing {
 constexpr uint32_t kAudioSampleRate = 48000;
 constexpr uint32_t kAudioChannels = 2;
 
+/** What the tuner of a window is at: BROADCAST_TUNING_… and BROADCAST_TUNING_ERROR_…. */
+struct Tuning {
+    uint32_t status = 0;
+    uint32_t error = 0;
+};
+
 /** Empty while nothing plays there. */
 std::optional<Playing> playingIn(const ChannelLists& lists, size_t window);
 
@@ -54,8 +60,10 @@ bool looksTheSame(const std::optional<Playing>& a, const std::optional<Playing>&
  * video, screen saver. */
 void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing>& playing);
 
-/** The notifications of a window whose service has just been selected, in order. */
-void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window);
+/** The notifications of a window whose service has just been selected, in order. `tuning`: how that
+ * ended. */
+void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, size_t window,
+                        const Tuning& tuning);
 
 /** Tells the video plane of a window whether it has a picture, and its size. */
 Event detectionEvent(const std::optional<Playing>& playing, size_t window);

@@ -2,16 +2,17 @@
 
 namespace television {
 
-void Progress::start(Report report) {
+void Progress::start(Report report, std::chrono::milliseconds step) {
     uint32_t run;
     {
         std::lock_guard<std::mutex> lock(mMutex);
         run = ++mRun;
     }
-    mNotifier.postLater(std::chrono::milliseconds(0),
-                        {mTo, 0, {}, [self = shared_from_this(), run, report = std::move(report)] {
-                             self->step(run, 0, report);
-                         }});
+    mNotifier.postLater(
+            std::chrono::milliseconds(0),
+            {mTo, 0, {}, [self = shared_from_this(), run, step, report = std::move(report)] {
+                 self->advance(run, 0, report, step);
+             }});
 }
 
 void Progress::stop() {
@@ -24,14 +25,15 @@ bool Progress::isRun(uint32_t run) {
     return run == mRun;
 }
 
-void Progress::step(uint32_t run, int32_t percent, const Report& report) {
+void Progress::advance(uint32_t run, int32_t percent, const Report& report,
+                       std::chrono::milliseconds step) {
     constexpr int32_t kPercent = 10;
     if (!isRun(run)) return;
     report(percent);
     if (percent == 100) return;
-    mNotifier.postLater(kStep, {mTo, 0, {}, [self = shared_from_this(), run, percent, report] {
-                                    self->step(run, percent + kPercent, report);
-                                }});
+    mNotifier.postLater(step, {mTo, 0, {}, [self = shared_from_this(), run, percent, report, step] {
+                                   self->advance(run, percent + kPercent, report, step);
+                               }});
 }
 
 }  // namespace television

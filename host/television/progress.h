@@ -12,9 +12,10 @@
 namespace television {
 
 /**
- * Reports 0, 10, … 100 per cent, a step every `kStep`, through `report(percent)` on the notifier's
- * thread. One at a time; starting or stopping ends the one before, after which it reports nothing
- * more but for a step that is being reported. Any thread; `report` is called without locks.
+ * Reports 0, 10, … 100 per cent, one for each `step` of time, through `report(percent)` on the
+ * notifier's thread. One at a time; starting or stopping ends the one before, after which it
+ * reports nothing more but for a step that is being reported. Any thread; `report` is called
+ * without locks.
  */
 class Progress : public std::enable_shared_from_this<Progress> {
   public:
@@ -26,14 +27,15 @@ class Progress : public std::enable_shared_from_this<Progress> {
     Progress(Notifier& notifier, RegistrationKey what)
         : mNotifier(notifier), mTo{what.slot, kSteps} {}
 
-    void start(Report report);
+    void start(Report report, std::chrono::milliseconds step = kStep);
     void stop();
 
   private:
     /** The number that keeps the steps apart from the registration's own events. */
     static constexpr uint32_t kSteps = UINT32_MAX;
 
-    void step(uint32_t run, int32_t percent, const Report& report);
+    void advance(uint32_t run, int32_t percent, const Report& report,
+                 std::chrono::milliseconds step);
     bool isRun(uint32_t run);
 
     Notifier& mNotifier;

@@ -1,16 +1,20 @@
 #include "psi_collector.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
 
+#include "event_tables.h"
 #include "packet_reader.h"
 #include "program_map.h"
 #include "psi_tables.h"
 #include "section_guard.h"
 #include "service_information.h"
+#include "time_tables.h"
 
 namespace television {
 namespace {
@@ -18,6 +22,10 @@ namespace {
 constexpr uint16_t kPidPat = 0x0000;
 constexpr uint16_t kPidNit = 0x0010;
 constexpr uint16_t kPidSdt = 0x0011;
+constexpr uint16_t kPidEit = 0x0012;
+constexpr uint16_t kPidTdt = 0x0014;
+/** These decoders stay whatever the PAT says. */
+constexpr uint16_t kFixedPids[] = {kPidPat, kPidSdt, kPidEit, kPidTdt};
 constexpr size_t kPidCount = 0x2000;
 /** Programs read of a stream: more than any broadcaster sends, few enough that a hostile PAT costs
  * little. */
@@ -29,6 +37,10 @@ bool tellsOfSection(const char* message) {
     return std::strstr(message, "CRC") != nullptr || std::strstr(message, "too long") != nullptr ||
            std::strstr(message, "invalid section") != nullptr ||
            std::strstr(message, "failed decoding") != nullptr;
+}
+
+bool isFixed(uint16_t pid) {
+    return std::find(std::begin(kFixedPids), std::end(kFixedPids), pid) != std::end(kFixedPids);
 }
 
 /** A table handed over by libdvbpsi, freed with its own function. */
@@ -45,6 +57,9 @@ using NitTable = std::unique_ptr<dvbpsi_nit_t, TableDeleter<dvbpsi_nit_t, dvbpsi
 class Decoder {
   public:
     using Detach = void (*)(dvbpsi_t*);
+    /** Takes one whole section, of which only the checksum was looked at; false when it is damaged.
+     */
+    using Sink = std::function<bool(const dvbpsi_psi_section_t& section, ByteView payload)>;
 
     Decoder(uint32_t& damagedSections, Detach detach)
         : mDamaged(damagedSections),
@@ -68,6 +83,18 @@ class Decoder {
         mGather = std::exchange(mHandle->p_decoder->pf_gather, &onSection);
     }
 
+    /** Hands every section to `sink` as it comes, in place of a table decoder. */
+    void tap(Sink sink) {
+        constexpr int kLongestSection = 4096;
+        mSink = std::move(sink);
+        mHandle->p_decoder = static_cast<dvbpsi_decoder_t*>(
+                dvbpsi_decoder_new(&onSection, kLongestSection, true, sizeof(dvbpsi_decoder_t)));
+        if (mHandle->p_decoder == nullptr) throw std::bad_alloc();
+    }
+    static void untap(dvbpsi_t* handle) {
+        dvbpsi_decoder_delete(std::exchange(handle->p_decoder, nullptr));
+    }
+
     void push(const uint8_t* packet) {
         // The function's prototype lacks a const; it only reads.
         dvbpsi_packet_push(mHandle, const_cast<uint8_t*>(packet));
@@ -85,8 +112,11 @@ class Decoder {
         const uint8_t* begin = section->p_payload_start;
         const uint8_t* end = section->p_payload_end;
         const size_t size = begin < end ? static_cast<size_t>(end - begin) : 0;
-        if (section->b_syntax_indicator && begin <= end &&
-            sectionIsSound(section->i_table_id, ByteView(begin, size))) {
+        if (self.mSink) {
+            if (begin > end || !self.mSink(*section, ByteView(begin, size))) ++self.mDamaged;
+            dvbpsi_DeletePSISections(section);
+        } else if (section->b_syntax_indicator && begin <= end &&
+                   sectionIsSound(section->i_table_id, ByteView(begin, size))) {
             self.mGather(handle, section);
         } else {
             ++self.mDamaged;
@@ -98,6 +128,7 @@ class Decoder {
     const Detach mDetach;
     dvbpsi_t* const mHandle;
     dvbpsi_callback_gather_t mGather = nullptr;
+    Sink mSink;  ///< in place of mGather, where there is one
 };
 
 }  // namespace
@@ -109,6 +140,12 @@ class PsiCollector::Decoders {
         dvbpsi_pat_attach(pat.handle(), &onPat, this);
         pat.guard();
         addSubtables(kPidSdt);
+        add(kPidEit, Decoder::untap).tap([this](const auto& section, ByteView payload) {
+            return takeEvents(section, payload);
+        });
+        add(kPidTdt, Decoder::untap).tap([this](const auto& section, ByteView payload) {
+            return takeTime(section, payload);
+        });
         mContinuity.fill(kNoCounter);
     }
 
@@ -148,8 +185,24 @@ class PsiCollector::Decoders {
         return true;
     }
 
+    bool guideComplete() const {
+        if (!mTime.hasTime() || !mSdtSeen) return false;
+        return std::all_of(
+                mDescriptions.services.begin(), mDescriptions.services.end(),
+                [this](const auto& entry) {
+                    const auto& [id, described] = entry;
+                    return (!described.presentFollowing || mEvents.hasPresentFollowing(id)) &&
+                           (!described.schedule || mEvents.hasSchedule(id));
+                });
+    }
+
     ParsedMultiplex multiplex() const {
         ParsedMultiplex result;
+        result.time = mTime;
+        std::vector<ServiceEvents> events = mEvents.services();
+        if (!events.empty()) {
+            result.events = std::make_shared<const std::vector<ServiceEvents>>(std::move(events));
+        }
         result.transportStreamId = mPatSeen ? mTransportStreamId : mDescriptions.transportStreamId;
         result.originalNetworkId = mDescriptions.originalNetworkId;
         result.packets = mPackets;
@@ -211,18 +264,38 @@ class PsiCollector::Decoders {
             }
         }
         for (auto it = mDecoders.begin(); it != mDecoders.end();) {
-            const bool fixed = it->first == kPidPat || it->first == kPidSdt;
-            it = fixed ? std::next(it) : mDecoders.erase(it);
+            it = isFixed(it->first) ? std::next(it) : mDecoders.erase(it);
         }
         mPrograms = std::move(programs);
         mProgramMaps.clear();
-        if (nitPid != kPidPat && nitPid != kPidSdt) addSubtables(nitPid);
+        if (!isFixed(nitPid)) addSubtables(nitPid);
         for (const auto& [program, pid] : mPrograms) {
-            if (pid == kPidPat || pid == kPidSdt || pid == kNoPid) continue;
+            if (isFixed(pid) || pid == kNoPid) continue;
             Decoder& decoder = add(pid, dvbpsi_pmt_detach);
             dvbpsi_pmt_attach(decoder.handle(), program, &onPmt, this);
             decoder.guard();
         }
+    }
+
+    /** Stuffing and private tables on the same PID are no damage. */
+    bool takeEvents(const dvbpsi_psi_section_t& section, ByteView payload) {
+        if (!isEventTable(section.i_table_id)) return true;
+        if (!section.b_syntax_indicator || !sectionIsSound(section.i_table_id, payload)) {
+            return false;
+        }
+        if (section.b_current_next) {
+            mEvents.take({section.i_table_id, section.i_extension, section.i_version,
+                          section.i_number, section.i_last_number},
+                         payload);
+        }
+        return true;
+    }
+
+    bool takeTime(const dvbpsi_psi_section_t& section, ByteView payload) {
+        const uint8_t id = section.i_table_id;
+        if (id != kTableTdt && id != kTableTot) return true;
+        if (section.b_syntax_indicator || !sectionIsSound(id, payload)) return false;
+        return id == kTableTdt ? readTimeTable(payload, mTime) : readOffsetTable(payload, mTime);
     }
 
     ParsedService service(uint16_t program, uint16_t pid) const {
@@ -281,6 +354,8 @@ class PsiCollector::Decoders {
     std::map<uint16_t, ProgramMap> mProgramMaps;
     ServiceDescriptions mDescriptions;
     Network mNetwork;
+    EventTables mEvents;
+    BroadcastTime mTime;
     uint32_t mPackets = 0;
     uint32_t mDamagedPackets = 0;
     uint32_t mDamagedSections = 0;
@@ -293,6 +368,9 @@ void PsiCollector::push(const uint8_t* packet) {
 }
 bool PsiCollector::complete() const {
     return mDecoders->complete();
+}
+bool PsiCollector::guideComplete() const {
+    return mDecoders->guideComplete();
 }
 ParsedMultiplex PsiCollector::multiplex() const {
     return mDecoders->multiplex();

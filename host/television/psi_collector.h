@@ -25,6 +25,10 @@ class PsiCollector {
     /** Whether PAT, SDT, NIT and the PMT of every program have arrived. */
     bool complete() const;
 
+    /** Whether the time has arrived, and the events of all services whose description says that
+     * there are some. */
+    bool guideComplete() const;
+
     /** What has arrived: services by program number, named "Program N" where nothing names them. */
     ParsedMultiplex multiplex() const;
 

@@ -26,27 +26,33 @@ bool contains(const uint8_t (&types)[N], uint8_t type) {
     return std::find(std::begin(types), std::end(types), type) != std::end(types);
 }
 
-uint32_t networkMask(const ParsedService& service) {
-    uint32_t mask = SB_VNET_ACTIVE;
-    if (service.visible) mask |= SB_VNET_VISIBLE | SB_VNET_EPG;
-    if (contains(kTelevisionTypes, service.type)) mask |= SB_VNET_TV_SERVICE;
-    if (contains(kRadioTypes, service.type)) mask |= SB_VNET_RADIO_SERVICE;
-    if (service.scrambled) mask |= SB_VNET_SCRAMBLED;
-    return mask;
-}
-
 /** One merge in the making. */
 class Merge {
   public:
-    Merge(const ChannelLists& before, const ScanResult& scan, Identities& identities)
-        : mBefore(before), mScan(scan), mIdentities(identities), mAfter(before) {}
+    Merge(const ChannelLists& before, const ScanResult& scan, Identities& identities,
+          const MergeScope& scope)
+        : mBefore(before),
+          mScan(scan),
+          mIdentities(identities),
+          mScope(scope),
+          mAfter(before) {}
 
     ChannelLists run() {
-        for (ChannelList& list : mAfter.lists) keepUnreadable(list);
-        for (const ParsedMultiplex& multiplex : mScan.multiplexes) add(multiplex);
-        // What an unreadable file carries is not known, so nothing can be said to be absent.
-        if (mScan.unreadable.empty()) mIdentities.unhideAbsent(mPresent);
         for (ChannelList& list : mAfter.lists) {
+            if (!mScope.covers(list.id)) continue;
+            keepUnreadable(list);
+            if (mScope.forgetEdits) forgetEdits(list);
+        }
+        for (const ParsedMultiplex& multiplex : mScan.multiplexes) {
+            if (mScope.covers(listIdOf(multiplex.delivery.medium))) add(multiplex);
+        }
+        // What an unreadable file or another medium carries is not known, so nothing can be said to
+        // be absent.
+        const bool everything = mScan.unreadable.empty() && mScope.medium == BRDCST_MEDIUM_UNKNOWN;
+        if (everything && !mScope.keepGone) mIdentities.unhideAbsent(mPresent);
+        for (ChannelList& list : mAfter.lists) {
+            if (!mScope.covers(list.id)) continue;
+            if (mScope.keepGone) keepGone(list);
             number(list);
             list.arrange();
         }
@@ -74,6 +80,43 @@ class Merge {
                        services.end());
         for (const Service& service : services) mPresent.insert(identityOf(service.record));
         if (kept.empty()) list.networks.clear();
+    }
+
+    /** Of a list that holds what could not be read this time and nothing else. */
+    void forgetEdits(ChannelList& list) {
+        mIdentities.unhideAll(list.id);
+        std::unordered_set<uint32_t> kept;
+        for (const Service& service : list.services) kept.insert(service.record.ui4_channel_id);
+        for (std::vector<uint32_t>& favourites : list.favourites) {
+            favourites.erase(
+                    std::remove_if(favourites.begin(), favourites.end(),
+                                   [&](uint32_t channelId) { return kept.count(channelId) == 0; }),
+                    favourites.end());
+        }
+    }
+
+    /** Puts the services that the streams no longer carry back into the list: without streams. */
+    void keepGone(ChannelList& list) {
+        const ChannelList& before = *mBefore.list(list.id);
+        for (const TSL_REC_T& multiplex : before.multiplexes) {
+            if (mPresent.insert(identityOf(multiplex)).second) {
+                list.multiplexes.push_back(multiplex);
+            }
+        }
+        for (const NWL_REC_T& network : before.networks) {
+            const bool listed = std::any_of(
+                    list.networks.begin(), list.networks.end(),
+                    [&](const NWL_REC_T& n) { return n.ui2_nwl_rec_id == network.ui2_nwl_rec_id; });
+            if (!listed) list.networks.push_back(network);
+        }
+        for (Service service : before.services) {
+            if (mPresent.count(identityOf(service.record)) != 0) continue;
+            service.tracks = std::make_shared<const ServiceTracks>();
+            SVL_REC_T& record = service.record;
+            record.ui2_pcr_pid = record.ui2_video_pid = record.ui2_audio_pid = kNoPid;
+            record.ui1_audio_count = record.ui1_subtitle_count = 0;
+            list.services.push_back(service);
+        }
     }
 
     void add(const ParsedMultiplex& parsed) {
@@ -212,7 +255,9 @@ class Merge {
         copyText(record.s_provider_name, parsed.provider);
         service.lcn = parsed.lcn;
         service.tracks = std::make_shared<const ServiceTracks>(parsed.tracks);
-        keepOwn(mBefore.list(list.id)->byChannel(record.ui4_channel_id), service);
+        if (!mScope.forgetEdits) {
+            keepOwn(mBefore.list(list.id)->byChannel(record.ui4_channel_id), service);
+        }
         list.services.push_back(service);
     }
 
@@ -274,15 +319,26 @@ class Merge {
     const ChannelLists& mBefore;
     const ScanResult& mScan;
     Identities& mIdentities;
+    const MergeScope mScope;
     ChannelLists mAfter;
     std::set<IdentityKey> mPresent;  ///< what the streams carry, hidden or not
 };
 
 }  // namespace
 
-ChannelLists mergeScan(const ChannelLists& before, const ScanResult& scan, Identities& identities) {
+uint32_t networkMask(const ParsedService& service) {
+    uint32_t mask = SB_VNET_ACTIVE;
+    if (service.visible) mask |= SB_VNET_VISIBLE | SB_VNET_EPG;
+    if (contains(kTelevisionTypes, service.type)) mask |= SB_VNET_TV_SERVICE;
+    if (contains(kRadioTypes, service.type)) mask |= SB_VNET_RADIO_SERVICE;
+    if (service.scrambled) mask |= SB_VNET_SCRAMBLED;
+    return mask;
+}
+
+ChannelLists mergeScan(const ChannelLists& before, const ScanResult& scan, Identities& identities,
+                       const MergeScope& scope) {
     if (!scan.folderRead) return before;
-    return Merge(before, scan, identities).run();
+    return Merge(before, scan, identities, scope).run();
 }
 
 }  // namespace television

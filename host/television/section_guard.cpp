@@ -1,5 +1,7 @@
 #include "section_guard.h"
 
+#include "event_tables.h"
+
 namespace television {
 namespace {
 
@@ -47,9 +49,17 @@ bool nitIsSound(ByteView payload) {
            entriesAreSound(rest.from(2), 4);
 }
 
+bool totIsSound(ByteView payload) {
+    return payload.size() >= 7 && payload.size() - 7 == loopLength(payload, 5) &&
+           descriptorsAreSound(payload.from(7));
+}
+
 }  // namespace
 
 bool sectionIsSound(uint8_t tableId, ByteView payload) {
+    if (isEventTable(tableId)) {
+        return payload.size() >= 6 && entriesAreSound(payload.from(6), 10);
+    }
     switch (tableId) {
         case kTablePat:
             return payload.size() % 4 == 0;
@@ -59,6 +69,10 @@ bool sectionIsSound(uint8_t tableId, ByteView payload) {
             return nitIsSound(payload);
         case kTableSdtActual:
             return payload.size() >= 3 && entriesAreSound(payload.from(3), 3);
+        case kTableTdt:
+            return payload.size() == 5;
+        case kTableTot:
+            return totIsSound(payload);
         default:
             return true;
     }

@@ -13,11 +13,13 @@ constexpr uint8_t kTablePat = 0x00;
 constexpr uint8_t kTablePmt = 0x02;
 constexpr uint8_t kTableNitActual = 0x40;
 constexpr uint8_t kTableSdtActual = 0x42;
+constexpr uint8_t kTableTdt = 0x70;
+constexpr uint8_t kTableTot = 0x73;
 
 /**
  * Whether every loop and descriptor of a section ends within the one around it. `payload` is what
- * lies between the section's eight-byte header and its checksum. Tables that the television does
- * not read are not looked into.
+ * lies between the section's header (eight bytes; three for TDT and TOT, which have the short one)
+ * and its checksum. Tables that the television does not read are not looked into.
  */
 bool sectionIsSound(uint8_t tableId, ByteView payload);
 

@@ -52,6 +52,8 @@ ServiceDescriptions readServiceDescriptions(const dvbpsi_sdt_t& sdt) {
     for (const auto* service = sdt.p_first_service; service != nullptr; service = service->p_next) {
         ServiceDescription& description = result.services[service->i_service_id];
         description.scrambled = service->b_free_ca;
+        description.presentFollowing = service->b_eit_present;
+        description.schedule = service->b_eit_schedule;
         forEachDescriptor(service->p_first_descriptor, [&](uint8_t tag, ByteView content) {
             if (tag == kDescriptorService) description.descriptor = readService(content);
         });

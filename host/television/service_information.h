@@ -13,6 +13,8 @@ namespace television {
 struct ServiceDescription {
     ServiceDescriptor descriptor;
     bool scrambled = false;
+    bool presentFollowing = false;  ///< the stream tells its present and following event
+    bool schedule = false;          ///< the stream tells its later events
 };
 
 /** The SDT of the actual transport stream. */

@@ -31,8 +31,10 @@ constexpr char kSchema[] = R"(
     CREATE TABLE IF NOT EXISTS named(name BLOB PRIMARY KEY, value BLOB) WITHOUT ROWID;
 )";
 
-/** Names of settings: the selected channel of each window, the pump version of each list. */
+/** Names of settings: the selected channel of each window and the one before, the pump version of
+ * each list. */
 constexpr int kSettingCurrent = 100;
+constexpr int kSettingPrevious = 102;
 constexpr int kSettingPumpVersion = 200;
 
 /** Makes a folder and those above it. False, with errno set, when that fails. */
@@ -196,6 +198,8 @@ void Store::loadRest(ChannelLists& lists, Identities& identities) {
         const auto value = static_cast<uint32_t>(setting.integer(1));
         if (name == kSettingCurrent || name == kSettingCurrent + 1) {
             lists.current[static_cast<size_t>(name - kSettingCurrent)] = value;
+        } else if (name == kSettingPrevious || name == kSettingPrevious + 1) {
+            lists.previous[static_cast<size_t>(name - kSettingPrevious)] = value;
         } else if (ChannelList* list =
                            lists.list(static_cast<uint32_t>(name - kSettingPumpVersion))) {
             list->pumpVersion = value;
@@ -323,6 +327,7 @@ void Store::save(const ChannelLists& lists, Identities& identities, const Change
         SqliteStatement setting(mDatabase.get(), "INSERT OR REPLACE INTO settings VALUES(?, ?)");
         for (size_t i = 0; i < lists.current.size(); ++i) {
             setting.bind(kSettingCurrent + static_cast<int>(i), lists.current[i]).run();
+            setting.bind(kSettingPrevious + static_cast<int>(i), lists.previous[i]).run();
         }
         for (const ChannelList& list : lists.lists) {
             setting.bind(kSettingPumpVersion + list.id, list.pumpVersion).run();

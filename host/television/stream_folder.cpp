@@ -24,6 +24,9 @@ constexpr uint64_t kMostBytes = 64 * 1024 * 1024;
 /** Read even when the tables are complete, so that the count of damaged packets says something of
  * the reception. */
 constexpr uint64_t kLeastBytes = 1024 * 1024;
+/** When all but the guide is complete, no more is read for its sake: events and the time may take
+ * half a minute to come round, and some streams never send what they announce. */
+constexpr uint64_t kMostGuideBytes = 32 * 1024 * 1024;
 
 /** An open file, closed at the end. */
 class File {
@@ -72,6 +75,12 @@ ParsedMultiplex readMultiplex(File& file) {
     return multiplex;
 }
 
+/** Whether a stream that gave `bytes` so far has told what is wanted of it. */
+bool isEnough(const PsiCollector& collector, uint64_t bytes) {
+    if (bytes < kLeastBytes || !collector.complete()) return false;
+    return bytes >= kMostGuideBytes || collector.guideComplete();
+}
+
 }  // namespace
 
 bool isStreamName(const std::string& name) {
@@ -89,7 +98,7 @@ ParsedMultiplex readMultiplex(const PacketReader::Source& source) {
     PsiCollector collector;
     while (const uint8_t* packet = packets.next()) {
         collector.push(packet);
-        if (packets.bytes() >= kLeastBytes && collector.complete()) break;
+        if (isEnough(collector, packets.bytes())) break;
     }
     if (!packets.isTransportStream() && !packets.failed()) {
         throw std::runtime_error(packets.bytes() == 0 ? "empty file" : "not a transport stream");
@@ -129,14 +138,17 @@ std::vector<std::string> StreamFolder::names(bool& read) const {
     return result;
 }
 
-void StreamFolder::scanFile(const std::string& name, std::map<std::string, Known>& known,
-                            ScanResult& result) {
+StreamFolder::Stamp StreamFolder::stampOf(const struct stat& status) {
+    return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+/** Answers whether the file could be used, and is the last one of the result then. */
+bool StreamFolder::scanFile(const std::string& name, std::map<std::string, Known>& known,
+                            ScanResult& result) const {
     const std::string path = mPath + "/" + name;
     try {
         File file(path);
-        const struct stat& status = file.status();
-        const Stamp stamp{status.st_ino, status.st_size, status.st_mtim.tv_sec,
-                          status.st_mtim.tv_nsec};
+        const Stamp stamp = stampOf(file.status());
         const auto before = mKnown.find(name);
         if (before != mKnown.end() && before->second.stamp == stamp) {
             result.multiplexes.push_back(before->second.multiplex);
@@ -147,24 +159,53 @@ void StreamFolder::scanFile(const std::string& name, std::map<std::string, Known
             result.multiplexes.push_back(std::move(multiplex));
         }
         known[name] = {stamp, result.multiplexes.back()};
+        return true;
     } catch (const std::system_error& error) {
         LOG_TV_ERROR("cannot read the stream {}: {}", path, error.code().message());
         result.unreadable.insert(name);
     } catch (const std::runtime_error& error) {
         LOG_TV_ERROR("cannot use the stream {}: {}", path, error.what());
     }
+    return false;
 }
 
 ScanResult StreamFolder::scan() {
-    ScanResult result;
-    const std::vector<std::string> files = names(result.folderRead);
-    if (result.folderRead && files.empty()) {
-        LOG_TV_WARN("no streams (*.ts) in the folder {}", mPath);
+    Steps steps(*this);
+    while (steps.left()) steps.next();
+    return steps.finish();
+}
+
+StreamFolder::Steps::Steps(StreamFolder& folder,
+                           const std::function<bool(const ParsedMultiplex&)>& concerns)
+    : mFolder(folder) {
+    std::vector<std::string> names = folder.names(mResult.folderRead);
+    if (mResult.folderRead && names.empty()) {
+        LOG_TV_WARN("no streams (*.ts) in the folder {}", folder.mPath);
     }
-    std::map<std::string, Known> known;
-    for (const std::string& name : files) scanFile(name, known, result);
-    mKnown = std::move(known);
-    return result;
+    for (std::string& name : names) {
+        const auto known = folder.mKnown.find(name);
+        struct stat status = {};
+        if (concerns && known != folder.mKnown.end() && !concerns(known->second.multiplex) &&
+            stat((folder.mPath + "/" + name).c_str(), &status) == 0 &&
+            known->second.stamp == stampOf(status)) {
+            mKnown.insert(*known);
+            mResult.multiplexes.push_back(known->second.multiplex);
+        } else {
+            mNames.push_back(std::move(name));
+        }
+    }
+}
+
+const ParsedMultiplex* StreamFolder::Steps::next() {
+    const bool usable = mFolder.scanFile(mNames[mNext++], mKnown, mResult);
+    return usable ? &mResult.multiplexes.back() : nullptr;
+}
+
+ScanResult StreamFolder::Steps::finish() {
+    std::sort(mResult.multiplexes.begin(), mResult.multiplexes.end(),
+              [](const ParsedMultiplex& a, const ParsedMultiplex& b) { return a.source < b.source; });
+    mFolder.mKnown = std::move(mKnown);
+    return std::move(mResult);
 }
 
 }  // namespace television

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -10,6 +11,8 @@
 
 #include "multiplex.h"
 #include "packet_reader.h"
+
+struct stat;
 
 namespace television {
 
@@ -42,6 +45,8 @@ class StreamFolder {
 
     const std::string& path() const { return mPath; }
 
+    class Steps;
+
   private:
     /** What tells one state of a file from another. */
     struct Stamp {
@@ -59,11 +64,41 @@ class StreamFolder {
         ParsedMultiplex multiplex;
     };
 
+    static Stamp stampOf(const struct stat& status);
     std::vector<std::string> names(bool& read) const;
-    void scanFile(const std::string& name, std::map<std::string, Known>& known, ScanResult& result);
+    bool scanFile(const std::string& name, std::map<std::string, Known>& known,
+                  ScanResult& result) const;
 
     const std::string mPath;
     std::map<std::string, Known> mKnown;  ///< by file name
+};
+
+/** One scan of a folder, a file at a time. The folder, which outlives it, is not scanned otherwise
+ * meanwhile. */
+class StreamFolder::Steps {
+  public:
+    /** `concerns`: whether a multiplex is looked for. Files that did not change since they were read
+     * and are known to carry others take no step; empty: all files take one. */
+    explicit Steps(StreamFolder& folder,
+                   const std::function<bool(const ParsedMultiplex&)>& concerns = {});
+
+    bool folderRead() const { return mResult.folderRead; }
+    /** All steps. */
+    size_t count() const { return mNames.size(); }
+    bool left() const { return mNext < mNames.size(); }
+    /** Reads the next file, of which one must be left. Null when it could not be used; else valid
+     * until the next step. */
+    const ParsedMultiplex* next();
+    /** When no step is left: what the folder carries, files without a step included. The folder
+     * takes over what was read. */
+    ScanResult finish();
+
+  private:
+    StreamFolder& mFolder;
+    std::vector<std::string> mNames;
+    size_t mNext = 0;
+    ScanResult mResult;
+    std::map<std::string, Known> mKnown;
 };
 
 }  // namespace television

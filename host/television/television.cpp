@@ -7,15 +7,19 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <utility>
 
 #include "calls.h"
+#include "cam_slot.h"
+#include "channel_scan.h"
 #include "core.h"
 #include "folder_watch.h"
 #include "input_listener.h"
 #include "log.h"
+#include "recording.h"
 #include "stream_folder.h"
 #include "vendor_tmp.h"
 
@@ -37,6 +41,30 @@ std::string defaultStateFolder() {
     return home.empty() ? ":memory:" : home + "/.local/state/qortv";
 }
 
+/** Does something on a thread of its own whenever files of a folder changed. */
+class Watcher {
+  public:
+    template <typename... WatchArguments>
+    explicit Watcher(WatchArguments&&... arguments)
+        : mWatch(std::forward<WatchArguments>(arguments)...) {}
+    ~Watcher() {
+        mWatch.stop();
+        if (mThread.joinable()) mThread.join();
+    }
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
+
+    void run(std::function<void()> changed) {
+        mThread = std::thread([this, changed = std::move(changed)] {
+            while (mWatch.wait()) changed();
+        });
+    }
+
+  private:
+    FolderWatch mWatch;
+    std::thread mThread;
+};
+
 }  // namespace
 
 Options Options::fromEnvironment() {
@@ -50,13 +78,22 @@ Options Options::fromEnvironment() {
     if (options.config.empty() && options.state != ":memory:") {
         options.config = options.state + "/config.ini";
     }
+    options.recordings = environment("QORTV_RECORDINGS");
+    if (options.recordings.empty() && options.state != ":memory:") {
+        options.recordings = options.state + "/recordings";
+    }
     return options;
 }
 
 /** All that runs between start and stop. */
 class Television::Parts {
   public:
-    explicit Parts(const Options& options) : mCore(options.state), mFolder(options.streams) {
+    explicit Parts(const Options& options)
+        : mCore(options.state, options.time, options.streams),
+          mFolder(options.streams),
+          mScan(mCore, mFolder, mLoading, options.scanPause),
+          mCam(std::make_shared<CamSlot>(mCore, options.streams)),
+          mRecording(mCore, options.streams, options.recordings, options.recordingSpeed) {
         plugRegistrations(mBoard, mCore.registrations);
         plugBringUp(mBoard);
         plugChannelIds(mBoard);
@@ -76,23 +113,37 @@ class Television::Parts {
         plugTracks(mBoard, mCore);
         plugBanner(mBoard, mCore);
         plugTeletext(mBoard, mCore);
-        plugUtilities(mBoard, mCore);
+        plugUtilities(mBoard, mCore, *mCam);
         plugUpgrade(mBoard, mCore);
+        plugTime(mBoard, mCore);
+        plugEvents(mBoard, mCore);
         plugDownload(mBoard, mCore);
         plugHighLevel(mBoard, mCore);
         plugEngines(mBoard, mCore);
         plugApplication(mBoard, mCore);
         plugPower(mBoard, mCore);
+        plugCi(mBoard, mCore, *mCam);
+        plugScan(mBoard, mCore, mScan);
+        plugBroadcast(mBoard, mCore, options.digitTime);
+        plugTuner(mBoard, mCore, *mCam);
+        plugRecord(mBoard, mCore, mRecording);
+        plugTimeShift(mBoard, mRecording);
+        plugRecordings(mBoard, mRecording);
         plugParser(mBoard, options.config);
         // Before the first load, so that nothing that changes meanwhile is missed.
         if (options.watch && !options.streams.empty()) {
-            mWatch = std::make_unique<FolderWatch>(options.streams, options.calm);
+            mStreamWatcher = std::make_unique<Watcher>(options.streams, options.calm);
+            mCamWatcher = std::make_unique<Watcher>(
+                    options.streams, options.calm,
+                    [](const std::string& name) { return name == kCamFileName; });
         }
     }
 
     ~Parts() {
-        if (mWatch != nullptr) mWatch->stop();
-        if (mWatcher.joinable()) mWatcher.join();
+        mRecording.stop();
+        mScan.stop();  // a load may be waiting for it
+        mStreamWatcher.reset();
+        mCamWatcher.reset();
         mCore.notifier.stop();
     }
 
@@ -108,6 +159,8 @@ class Television::Parts {
         LOG_TV_INFO("{} streams read from {}", scan.multiplexes.size(), mFolder.path());
     }
 
+    void lookAtCam() { mCam->look(); }
+
     /** Null when there is none. */
     const InputListener* input() const { return mInput.get(); }
 
@@ -117,18 +170,20 @@ class Television::Parts {
 
     void run(std::chrono::milliseconds tick) {
         mCore.notifier.start(tick);
-        if (mWatch == nullptr) return;
-        mWatcher = std::thread([this] {
-            while (mWatch->wait()) load();
-        });
+        mRecording.start(tick);
+        if (mStreamWatcher != nullptr) mStreamWatcher->run([this] { load(); });
+        if (mCamWatcher != nullptr) mCamWatcher->run([this] { lookAtCam(); });
     }
 
   private:
     Core mCore;
     StreamFolder mFolder;  // guarded by mLoading
     std::mutex mLoading;
-    std::unique_ptr<FolderWatch> mWatch;
-    std::thread mWatcher;
+    ChannelScan mScan;
+    const std::shared_ptr<CamSlot> mCam;
+    Recording mRecording;
+    std::unique_ptr<Watcher> mStreamWatcher;
+    std::unique_ptr<Watcher> mCamWatcher;
     std::unique_ptr<InputListener> mInput;
     switchboard::Switchboard
             mBoard;  ///< last, so that its functions are unplugged before all else goes
@@ -182,6 +237,7 @@ void Television::start() {
     removeReadiness();
     mParts = std::make_unique<Parts>(mOptions);
     mParts->load();
+    mParts->lookAtCam();
     mParts->run(mOptions.tick);
     // The socket is in the folder of the readiness files, and is there before they say "ready".
     const bool folder = makeReadinessFolder();
@@ -201,7 +257,9 @@ std::vector<InputEvent> Television::inputEvents() const {
 }
 
 void Television::reload() {
-    if (mParts != nullptr) mParts->load();
+    if (mParts == nullptr) return;
+    mParts->load();
+    mParts->lookAtCam();
 }
 
 }  // namespace television

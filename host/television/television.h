@@ -6,6 +6,8 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +17,8 @@
 namespace television {
 
 struct Options {
-    std::string streams;  ///< folder of `.ts` files, one for each multiplex; empty: none
+    std::string streams;  ///< folder of `.ts` files, one for each multiplex, and perhaps of the
+                          ///< CAM's `cam.json`; empty: none
     std::string state =
             ":memory:";       ///< folder of the database, made when missing; ":memory:": none
     std::string readiness;    ///< folder of the readiness files, made when missing; empty: none are
@@ -26,11 +29,17 @@ struct Options {
     std::chrono::milliseconds calm{
             300};       ///< without changes in the folder before it is loaded anew
     bool watch = true;  ///< load anew when the folder changes
+    std::chrono::milliseconds scanPause{100};   ///< of a scan at each multiplex, as a tuner's
+    std::chrono::milliseconds digitTime{2000};  ///< without another digit before those typed select
+    std::string recordings;    ///< folder of recordings, made when missing; empty: none
+    double recordingSpeed = 1;  ///< times real time; 0: without waiting
+    std::function<int64_t()> time;  ///< stands in for the machine's clocks: milliseconds since 1970
+                                    ///< UTC, from any thread; empty: those of the machine
 
     /**
      * From QORTV_STREAMS, QORTV_STATE (else $XDG_STATE_HOME/qortv, else ~/.local/state/qortv),
-     * QORTV_CONFIG (else config.ini in the state folder) and the folder of platform/vendor_tmp.h,
-     * where the input socket is too.
+     * QORTV_CONFIG (else config.ini in the state folder), QORTV_RECORDINGS (else recordings in the
+     * state folder) and the folder of platform/vendor_tmp.h, where the input socket is too.
      */
     static Options fromEnvironment();
 };
@@ -58,7 +67,8 @@ class Television {
      */
     void stop();
 
-    /** Loads the streams anew, as a change in the folder does. Any thread, but not a handler. */
+    /** Loads the streams anew and looks at the CAM, as changes in the folder do. Any thread, but
+     * not a handler. */
     void reload();
 
     /** The key and pointer events that came in last, the oldest first. Any thread, between start

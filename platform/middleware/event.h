@@ -18,12 +18,12 @@ enum { EVENT_UPDATE_PRESENT_FOLLOWING = 1 << 0, EVENT_UPDATE_SCHEDULE = 1 << 1 }
 typedef struct EVENT_GENERAL_INFO_T {
     uint32_t ui4_channel_id;
     uint16_t ui2_event_id;
-    uint8_t ui1_running_status;   /**< as in the event information table: 4 running */
+    uint8_t ui1_running_status;   /**< as in the event information table, by the clock: 4 running, 1 not running */
     uint8_t ui1_free_ca_mode;     /**< 1 when scrambled */
     int64_t i8_start_time;        /**< seconds since 1970-01-01 00:00 UTC */
     uint32_t ui4_duration;        /**< seconds */
     uint8_t ui1_content;          /**< content descriptor: both nibbles of the first genre; 0 when there is none */
-    uint8_t ui1_minimum_age;      /**< 0 when not rated */
+    uint8_t ui1_minimum_age;      /**< the highest of its ratings; 0 when not rated */
     uint8_t ui1_has_details;      /**< 1 when there are extended details */
     uint8_t ui1_table_version;
     char s_language[4];           /**< ISO 639-2 of the texts */
@@ -88,23 +88,35 @@ typedef struct QORTVAPI_QUERY_FILTER_INFORMATION_T {
 typedef void (*a_qortvapi_event_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_event_register_callback(a_qortvapi_event_nfy_fct pf_callback, void* pv_tag);
 
-/* The active window: the channels shown, and their time. */
+/** The active window of a single time: from then on. */
+enum { EVENT_ACTIVE_WINDOW_SECONDS = 10800 };
+
+/* The active window: the channels shown (1024 at most, all of them known), and their time. Its list is TV_NOT_FOUND without one. */
 int32_t a_qortvapi_event_setCurrentActiveWindow(const uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t i8_time);
 int32_t a_qortvapi_event_setCurrentActiveWindow_Ex(const uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t i8_start_time, int64_t i8_end_time);
 int32_t a_qortvapi_event_clear_active_win(void);
-/* pui2_count: the room there is before, the events found after; no more ids are written than there is room for. */
+/*
+ * pui2_count: the room there is before, the events found after; no more ids are written than there is room for. Events are those on
+ * at any time from the start to before the end, in order of their start.
+ */
 int32_t a_qortvapi_event_query_event_id_by_range(uint32_t ui4_channel_id, int64_t i8_start_time, int64_t i8_end_time, uint16_t* pui2_count, uint16_t* pui2_event_ids);
 
 /* What there is to know of an event. */
-/* Texts are UTF-8, cut so that a NUL remains at the end; lists hold whole records, and zeros behind them. */
+/*
+ * Texts are UTF-8, cut so that a NUL remains at the end; lists hold whole records. Behind both are zeros, in buffers of up to 64 KiB
+ * all of them. Details are the short text, which may be empty, extended ones the items and the long text; guidance is the highest age
+ * and whose it is; the group is the identifier of the series. Where there is none of the last three: TV_NOT_FOUND.
+ */
 int32_t a_qortvapi_event_get_details_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_guidance_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_guidance, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_details_extend_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
+/* 1 when the event is rated for an age above the one that the DVB age setting allows, else 0. */
 int32_t a_qortvapi_event_check_block(uint32_t ui4_channel_id, uint32_t ui4_event_id);
 int32_t a_qortvapi_event_get_active_win_channel_num(uint16_t* pui2_count);
 int32_t a_qortvapi_event_get_active_win_list(uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t* pi8_start_time, int64_t* pi8_end_time);
 int32_t a_qortvapi_event_get_pf_event_id(uint32_t ui4_channel_id, bool b_following, uint16_t* pui2_event_id);
 int32_t a_qortvapi_event_get_group_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_group, uint32_t ui4_size);
+/* Country, "DVB" and "age N" of the highest rating; TV_NOT_FOUND when not rated. */
 int32_t a_qortvapi_event_get_rating_map(uint32_t ui4_channel_id, uint32_t ui4_event_id, RATING_MAP_T* pt_rating_map);
 
 /* Queries. */

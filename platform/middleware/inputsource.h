@@ -44,8 +44,7 @@ int32_t a_qortvapi_inputsource_get_sourcetotalnum(void);
 int32_t a_qortvapi_inputsource_get_sharepinrec_byidx(int32_t i4_index, QORTVAPI_INPUT_SHARE_PIN_RECORD_T* pt_record);
 int32_t a_qortvapi_inputsource_get_sourcerec_byidx(int32_t i4_index, QORTVAPI_INPUT_SOURCE_RECORD_T* pt_record);
 
-/* Names: `length` is the room that the middleware is told of, 256 at most. */
-/* pc_name has room for 256 characters. */
+/* Names. pc_name has room for 256 characters and ui4_length may say any number: no more is written than both allow, without a NUL where 256 are. */
 int32_t a_qortvapi_inputsource_get_currentsourcename(char* pc_name, uint32_t ui4_length);
 int32_t a_qortvapi_inputsource_get_currentsourcename_bypath(char* pc_name, uint32_t ui4_length, const char* ps_video_path);
 int32_t a_qortvapi_inputsource_get_sourcename_bysourceid(int32_t i4_source_id, char* pc_name, uint32_t ui4_length);

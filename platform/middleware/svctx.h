@@ -16,8 +16,8 @@ int32_t c_svctx_open(const char* ps_name, uint32_t* ph_svctx);
 
 /**
  * What a selection reports, in this order: SERVICE_CHANGED, SIGNAL_LOCKED, STREAM_STARTED for video and for audio
- * (as far as the service has them), SERVICE_READY. A service that is not in the lists: NO_SERVICE alone, and the
- * context plays on what it played.
+ * (as far as the service has them), SERVICE_READY. Without a signal: SERVICE_CHANGED alone. A service that is not in
+ * the lists: NO_SERVICE alone, and the context plays on what it played.
  */
 enum { SVCTX_COND_SIGNAL_LOCKED = 2, SVCTX_COND_STREAM_STARTED = 3, SVCTX_COND_SERVICE_READY = 4, SVCTX_COND_NO_SERVICE = 5 };
 enum { SVCTX_STREAM_VIDEO = 1, SVCTX_STREAM_AUDIO = 2 };

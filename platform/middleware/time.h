@@ -14,6 +14,11 @@ enum { TIME_NFY_SECOND = 1 };
 
 /** Codes of the sleep timer. pv_arg1: seconds that remain. */
 enum { SLEEP_TIMER_NFY_SET = 1, SLEEP_TIMER_NFY_MINUTE_LEFT = 2, SLEEP_TIMER_NFY_ENDED = 3 };
+/** The longest sleep timer. */
+enum { SLEEP_TIMER_MOST_MINUTES = 240 };
+
+/** What conversions to seconds answer where there is no such date or time of day, since seconds before 1970 are negative. */
+#define TIME_NO_SUCH_TIME INT64_MIN
 
 /** Codes of the clock's source. pv_arg1: TIME_SYNC_SOURCE_… */
 enum { SYNC_SOURCE_NFY_CHANGED = 1 };
@@ -60,7 +65,12 @@ int32_t a_qortvapi_time_register_sleep_timer_callback(a_qortvapi_time_sleep_time
 typedef void (*a_qortvapi_time_sync_source_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1);
 int32_t a_qortvapi_time_register_sync_source_callback(a_qortvapi_time_sync_source_nfy_fct pf_callback, void* pv_tag);
 
-/* Clock and broadcast. */
+/*
+ * Clock and broadcast. pui2_source: TIME_SYNC_SOURCE_… that tells the time just now, which is the system as long as the
+ * broadcast is to be followed and tells nothing. The broadcast's time is TV_NOT_FOUND then. convert looks at the
+ * conversion, not at b_gmt; b_dst of a local time decides which is meant where a change makes it happen twice. The time
+ * can be set while TIME_SYNC_SOURCE_USER is followed, and is TV_BUSY else.
+ */
 int64_t a_qortvapi_time_get_utc_time(uint16_t* pui2_source);
 uint32_t a_qortvapi_utc_sec_to_dtg(int64_t i8_seconds, DTG_T* pt_date_time);
 int64_t a_qortvapi_time_get_broadcast_time_ex(DTG_T* pt_date_time);
@@ -69,7 +79,12 @@ uint32_t a_qortvapi_time_get_brdcst_raw_data(DT_BRDCST_STATUS_T* pt_status);
 int32_t a_qortvapi_time_set_utc_time(int64_t i8_seconds);
 int32_t a_qortvapi_time_is_time_editable(void);
 
-/* Time zone and offset: seconds east of Greenwich. */
+/*
+ * Time zone and offset: seconds east of Greenwich, up to fifteen hours. The zone is without summer time, the offset is what
+ * local time is ahead just now. Setting the zone sets the offset too. Both can be set unless the broadcast is followed, and
+ * are TV_BUSY then. The seconds of dtg_to_sec are those of the fields, be they UTC or local time. update_local_time takes
+ * "YYYY-MM-DD" and "HH:MM:SS".
+ */
 int64_t a_qortvapi_time_get_time_zone(void);
 int32_t a_qortvapi_time_set_time_zone(int64_t i8_seconds);
 int32_t a_qortvapi_time_is_time_zone_editable(void);
@@ -84,13 +99,19 @@ int32_t a_qortvapi_time_get_sync_source(uint32_t* pui4_source);
 int32_t a_qortvapi_time_set_sync_source(uint32_t ui4_source);
 int32_t a_qortvapi_time_update_local_time(const char* ps_date, const char* ps_time);
 
-/* Sleep timer: minutes; what remains, seconds. */
+/*
+ * Sleep timer: minutes as set, 0 for none; what remains, seconds. get_sleep_timer_reverse counts down in the steps of a menu:
+ * the smallest of 0, 10, 20, 30, 60, 90, 120, 180 and 240 minutes that is not less than what remains.
+ */
 int32_t a_qortvapi_time_get_sleep_timer(void);
 int32_t a_qortvapi_time_get_sleep_timer_reverse(void);
 int32_t a_qortvapi_time_set_sleep_timer(int32_t i4_minutes);
 int32_t a_qortvapi_time_get_sleep_timer_remaining_time(uint32_t* pui4_seconds);
 
-/* The date-and-time library. */
+/*
+ * The date-and-time library. pui2_status: as pui2_source above; pi4_milliseconds: of the second, 0 to 999. conv_utc_local goes by
+ * b_gmt of what is given. Modified Julian Dates of mjd_bcd have sixteen bits: 1858-11-17 to 2038-04-22.
+ */
 int32_t c_dt_utc_sec_to_loc_dtg(int64_t i8_seconds, DTG_T* pt_date_time);
 int64_t c_dt_get_utc(uint16_t* pui2_status, int32_t* pi4_milliseconds);
 int32_t c_dt_conv_utc_local(const DTG_T* pt_date_time, DTG_T* pt_converted);

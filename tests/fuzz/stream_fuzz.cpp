@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "event_tables.h"
 #include "multiplex.h"
 #include "packetizer.h"
 #include "stream_folder.h"
@@ -22,6 +23,26 @@
 namespace {
 
 using Bytes = std::vector<uint8_t>;
+
+size_t weigh(const television::ServiceEvents& service) {
+    size_t sum = 0;
+    if (service.events.empty() || service.events.size() > television::EventTables::kMostEvents) {
+        std::abort();
+    }
+    for (const television::GuideEvent& event : service.events) {
+        for (const std::string* text :
+             {&event.language, &event.title, &event.text, &event.extended}) {
+            for (const char c : *text) {
+                if (c == '\0') std::abort();
+                sum += static_cast<unsigned char>(c);
+            }
+        }
+        sum += event.minimumAge() + event.contents.size();
+        for (const auto& audio : event.audio) sum += audio.text.size() + audio.language.size();
+        for (const auto& identifier : event.identifiers) sum += identifier.text.size();
+    }
+    return sum;
+}
 
 /** Uses what was read, so that nothing unset or too long goes unnoticed. */
 size_t weigh(const television::ParsedMultiplex& multiplex) {
@@ -34,6 +55,9 @@ size_t weigh(const television::ParsedMultiplex& multiplex) {
             }
         }
         if (service.name.empty()) std::abort();
+    }
+    if (multiplex.events != nullptr) {
+        for (const television::ServiceEvents& service : *multiplex.events) sum += weigh(service);
     }
     return sum;
 }

@@ -39,7 +39,7 @@ TEST_F(IntegrationClients, TwentyBusyClientsAllHearTheSame) {
     std::vector<std::unique_ptr<Process>> clients;
     for (size_t i = 0; i < kClients; ++i) {
         clients.push_back(
-                mStation.startClient({"stress", "--threads", "8", "--count", "notifyBroadcast ",
+                mStation.startClient({"stress", "--threads", "8", "--count", "notifyBroadcast code=1 ",
                                       "--until", " arg1=" + std::to_string(last) + " "}));
     }
     for (const auto& client : clients) {
@@ -48,8 +48,9 @@ TEST_F(IntegrationClients, TwentyBusyClientsAllHearTheSame) {
     }
     // One selection after the other is heard: the television would put together what piles up.
     struct : qortv::Listener {
-        void notifyBroadcast(int32_t, uint64_t, uint64_t, uint64_t, uint64_t, uint64_t) override {
-            ++heard;
+        void notifyBroadcast(int32_t code, uint64_t, uint64_t, uint64_t, uint64_t,
+                             uint64_t) override {
+            if (code == 1) ++heard;  // the channel changed; the steps of tuning come before
         }
         std::atomic<int> heard{0};
     } pace;

@@ -11,7 +11,14 @@
 namespace qortvctl {
 
 /** Exit statuses, as the help text explains them. */
-enum ExitStatus { kOk = 0, kFailure = 1, kUsage = 2, kNoService = 3 };
+enum ExitStatus {
+    kOk = 0,
+    kFailure = 1,
+    kUsage = 2,
+    kNoService = 3,
+    kPinWrong = 4,
+    kPinLocked = 5
+};
 
 /** Options of every command. */
 struct Common {
@@ -45,5 +52,23 @@ struct WatchOptions {
 
 /** Prints notifications until interrupted. */
 int watch(const Common& common, const WatchOptions& options);
+
+/** What the CAM is. */
+int camStatus(const Common& common);
+
+/** Walks the CAM's menus: answers from standard input, until one side ends the dialogue. */
+int camMenu(const Common& common);
+
+/** Gives the CAM the PIN that is on standard input. */
+int camPin(const Common& common);
+
+/** Puts the software television's CAM into the slot. */
+int camInsert(const Common& common);
+
+/** Takes it out. */
+int camRemove(const Common& common);
+
+/** Says that the slot is empty; the exit status of that. */
+int noCam();
 
 }  // namespace qortvctl

@@ -21,6 +21,7 @@ constexpr char kFooter[] = R"(Examples:
   qortvctl channels --medium cable
   qortvctl select "World News HD"
   qortvctl watch --for 10
+  qortvctl cam
   qortvctl --timeout 30 channels --json
 
 Exit status: 0 done; 1 failed; 2 wrong usage; 3 no service is registered.
@@ -54,6 +55,33 @@ Examples:
   qortvctl watch
   qortvctl watch --count 1 --for 30
   qortvctl watch --json | jq -c 'select(.notification == "notifyScan")')";
+
+constexpr char kCamFooter[] =
+        R"(Without a command: menu. Without a CAM in the slot every command but insert fails (exit status 1).
+
+Examples:
+  qortvctl cam
+  qortvctl cam status --json
+  qortvctl cam pin < pin.txt)";
+
+constexpr char kCamMenuFooter[] =
+        R"(A line is an answer: the number of an item; nothing or b to go back; q to close the dialogue.
+Where the CAM asks for a text, the line is that text, and nothing goes back. What the CAM wants
+hidden is not shown while it is typed. The end of the input and Ctrl-C close the dialogue.
+With --json, what the CAM shows is one line each. From a pipe a line is read when an answer is due.
+
+Examples:
+  qortvctl cam menu
+  printf '2\n\n' | qortvctl cam menu
+  printf '1\n' | qortvctl cam menu --json | jq -r 'select(.event == "list") | .items[]')";
+
+constexpr char kCamPinFooter[] =
+        R"(The PIN is the first line of standard input, never an argument, and is not shown while it is typed.
+Exit status: 0 right; 4 wrong; 5 locked.
+
+Examples:
+  qortvctl cam pin
+  qortvctl cam pin < pin.txt)";
 
 const std::map<std::string, qortv::Medium> kMedia = {{"terrestrial", qortv::Medium::kTerrestrial},
                                                      {"cable", qortv::Medium::kCable},
@@ -133,6 +161,27 @@ void addWatch(CLI::App& app, Wanted& wanted) {
     });
 }
 
+void addCam(CLI::App& app, Wanted& wanted) {
+    auto* cam = app.add_subcommand("cam", "Talk with the Common Interface module");
+    cam->footer(kCamFooter);
+    cam->require_subcommand(0, 1);
+    const auto add = [&](const char* name, const char* description, int (*run)(const Common&)) {
+        auto* command = cam->add_subcommand(name, description);
+        command->callback(
+                [&wanted, run] { wanted.command = [&wanted, run] { return run(wanted.common); }; });
+        return command;
+    };
+    add("menu", "Walk through its menus", camMenu)->footer(kCamMenuFooter);
+    add("status", "Show what it is", camStatus)->footer("Example:\n  qortvctl cam status --json");
+    add("pin", "Give it its PIN", camPin)->footer(kCamPinFooter);
+    add("insert", "Put the software television's CAM into the slot", camInsert)
+            ->footer("Example:\n  qortvctl cam insert");
+    add("remove", "Take it out", camRemove)->footer("Example:\n  qortvctl cam remove");
+    cam->callback([&wanted] {
+        if (!wanted.command) wanted.command = [&wanted] { return camMenu(wanted.common); };
+    });
+}
+
 int failed(const char* message, int status) {
     std::fprintf(stderr, "qortvctl: %s\n", message);
     return status;
@@ -157,6 +206,7 @@ int parseAndRun(int argc, char** argv) {
     addChannels(app, wanted);
     addSelect(app, wanted);
     addWatch(app, wanted);
+    addCam(app, wanted);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) {
@@ -166,7 +216,8 @@ int parseAndRun(int argc, char** argv) {
         return kUsage;
     }
     if (!wanted.command) {
-        return failed("a command is needed: list, channels, select or watch (see --help)", kUsage);
+        return failed("a command is needed: list, channels, select, watch or cam (see --help)",
+                      kUsage);
     }
     return wanted.command();
 }

@@ -40,12 +40,6 @@ void appendCharacter(std::string& text, wchar_t c) {
     if (length != static_cast<size_t>(-1)) text.append(bytes, length);
 }
 
-std::string withoutControls(const std::string& text) {
-    std::string shown;
-    forEachCharacter(text, [&](wchar_t c) { appendCharacter(shown, std::iswcntrl(c) ? L'?' : c); });
-    return shown;
-}
-
 }  // namespace
 
 void prepareOutput() {
@@ -67,6 +61,12 @@ size_t displayWidth(const std::string& text) {
         if (columns > 0) width += static_cast<size_t>(columns);
     });
     return width;
+}
+
+std::string withoutControls(const std::string& text) {
+    std::string shown;
+    forEachCharacter(text, [&](wchar_t c) { appendCharacter(shown, std::iswcntrl(c) ? L'?' : c); });
+    return shown;
 }
 
 std::string lowerCase(const std::string& text) {

@@ -28,6 +28,9 @@ void printLine(const std::string& line);
 /** Columns that a UTF-8 text takes on a terminal: 2 for a wide character, 0 for a combining one. */
 size_t displayWidth(const std::string& text);
 
+/** `text` (UTF-8) with control characters shown as '?': safe for a terminal. */
+std::string withoutControls(const std::string& text);
+
 /** `text` (UTF-8) in lower case, for comparing as people do. */
 std::string lowerCase(const std::string& text);
 

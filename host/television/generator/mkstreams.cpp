@@ -1,6 +1,7 @@
 /** qortv-mkstreams: writes a folder of transport streams for the software television. */
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 
 #include "multiplex_plan.h"
@@ -25,6 +26,8 @@ int run(int argc, char** argv) {
     std::string folder;
     unsigned multiplexes = 0;
     unsigned services = 0;
+    int64_t time = std::time(nullptr);
+    unsigned guideHours = 0;
     app.add_option("DIR", folder, "Folder to write into; made when missing")->required();
     auto* multiplexOption =
             app.add_option("--multiplexes", multiplexes, "Multiplexes of a large list")
@@ -32,12 +35,21 @@ int run(int argc, char** argv) {
     auto* serviceOption = app.add_option("--services", services,
                                          "Services of a large list, in all its multiplexes")
                                   ->check(CLI::Range(0u, 65535u));
+    app.add_option("--time", time,
+                   "Time that the streams tell, in seconds since 1970-01-01 00:00 UTC; now if not "
+                   "given");
+    auto* guideOption = app.add_option("--guide-hours", guideHours,
+                                       "Hours of events of each service; if not given, 24 for the "
+                                       "demo and none for a large list")
+                                ->check(CLI::Range(0u, stream_generator::kMostGuideHours));
     multiplexOption->needs(serviceOption);
     serviceOption->needs(multiplexOption);
     CLI11_PARSE(app, argc, argv);
-    return write(folder, multiplexOption->count() > 0
-                                 ? stream_generator::largePlans(multiplexes, services)
-                                 : stream_generator::demoPlans());
+    const bool large = multiplexOption->count() > 0;
+    if (guideOption->count() == 0) guideHours = large ? 0 : stream_generator::kUsualGuideHours;
+    return write(folder,
+                 large ? stream_generator::largePlans(multiplexes, services, time, guideHours)
+                       : stream_generator::demoPlans(time, guideHours));
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ ServicePlan service(uint16_t id, uint16_t lcn, std::string name, uint8_t type = 
     plan.name = std::move(name);
     plan.type = type;
     plan.table = table;
+    if (type == kHdTelevision || type == kUhdTelevision) plan.guide = GuideKind::kExtended;
     return plan;
 }
 
@@ -30,6 +31,11 @@ ServicePlan scrambled(ServicePlan plan) {
 
 ServicePlan hidden(ServicePlan plan) {
     plan.visible = false;
+    return plan;
+}
+
+ServicePlan withoutGuide(ServicePlan plan) {
+    plan.guide = GuideKind::kNone;
     return plan;
 }
 
@@ -54,7 +60,8 @@ void addTerrestrial(std::vector<MultiplexPlan>& plans) {
             {service(0x301, 8, "Ελληνικά", kTelevision, TextTable::kIso8859_7),
              service(0x302, 9, "İstanbul Şehir", kTelevision, TextTable::kIso8859_9),
              scrambled(service(0x303, 10, "Sport Plus", kHdTelevision)),
-             hidden(service(0x304, 99, "Engineering Test")), service(0x305, 0, "No Number")}};
+             hidden(withoutGuide(service(0x304, 99, "Engineering Test"))),
+             withoutGuide(service(0x305, 0, "No Number"))}};
     uint16_t number = 1;
     for (const auto& list : services) {
         MultiplexPlan plan;
@@ -81,7 +88,7 @@ void addSatellite(std::vector<MultiplexPlan>& plans) {
                        {}),
              service(0x1102, 0, "Música Clásica", kRadio),
              service(0x1103, 0, "Dětský svět", kTelevision, TextTable::kIso8859_2),
-             service(0x1104, 0, "Meteo Alpen")},
+             withoutGuide(service(0x1104, 0, "Meteo Alpen"))},
             {service(0x1201, 0, "Documentário"),
              service(0x1202, 0, "Garðurinn", kTelevision, TextTable::kUtf8),
              service(0x1203, 0, "Shopping €uro"), service(0x1204, 0, "Radio Zürisee", kRadio)}};
@@ -115,7 +122,8 @@ void addCable(std::vector<MultiplexPlan>& plans) {
              service(0x2104, 131, "Volksmusik", kRadio)},
             {service(0x2201, 107, "Ελλάδα", kTelevision, TextTable::kUtf8),
              service(0x2202, 108, "Türkçe", kTelevision, TextTable::kIso8859_9),
-             service(0x2203, 109, "Local Channel"), service(0x2204, 132, "Nyhetsradio", kRadio)}};
+             withoutGuide(service(0x2203, 109, "Local Channel")),
+             service(0x2204, 132, "Nyhetsradio", kRadio)}};
     uint16_t number = 1;
     for (const auto& list : services) {
         MultiplexPlan plan;
@@ -135,15 +143,20 @@ void addCable(std::vector<MultiplexPlan>& plans) {
 
 }  // namespace
 
-std::vector<MultiplexPlan> demoPlans() {
+std::vector<MultiplexPlan> demoPlans(int64_t time, unsigned guideHours) {
     std::vector<MultiplexPlan> plans;
     addTerrestrial(plans);
     addSatellite(plans);
     addCable(plans);
+    for (MultiplexPlan& plan : plans) {
+        plan.time = time;
+        plan.guideHours = guideHours;
+    }
     return plans;
 }
 
-std::vector<MultiplexPlan> largePlans(unsigned multiplexes, unsigned services) {
+std::vector<MultiplexPlan> largePlans(unsigned multiplexes, unsigned services, int64_t time,
+                                      unsigned guideHours) {
     std::vector<MultiplexPlan> plans;
     unsigned made = 0;
     for (unsigned i = 0; i < multiplexes; ++i) {
@@ -154,6 +167,8 @@ std::vector<MultiplexPlan> largePlans(unsigned multiplexes, unsigned services) {
         plan.originalNetworkId = 0x3000;
         plan.transportStreamId = static_cast<uint16_t>(i + 1);
         plan.frequencyKhz = 300'000 + 1'000 * i;
+        plan.time = time;
+        plan.guideHours = guideHours;
         const unsigned end = static_cast<unsigned>(uint64_t{services} * (i + 1) / multiplexes);
         for (uint16_t id = 1; made < end; ++made, ++id) {
             const bool radio = made % 10 == 9;

@@ -11,6 +11,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "guide_sections.h"
 #include "packetizer.h"
 #include "psi_tables.h"
 
@@ -29,6 +30,10 @@ constexpr uint8_t kStreamPrivate = 0x06;
 /** Files are filled up with null packets to about this size. */
 constexpr size_t kFileSize = 200'000;
 constexpr unsigned kRepetitions = 3;
+/** The Modified Julian Date has sixteen bits, which end in 2038; the guide and the next change of
+ * the offset have to fit as well. */
+constexpr int64_t kFirstTime = 0;
+constexpr int64_t kLastTime = 2'114'380'800;  // 2037-01-01
 /** Services in one logical-channel descriptor (of four bytes each), and in one service-list
  * descriptor (of three). */
 constexpr size_t kServicesPerDescriptor = 60;
@@ -245,8 +250,9 @@ Table sdtTable(dvbpsi_t* handle, const MultiplexPlan& plan) {
             const ServicePlan& service = plan.services[i];
             const Descriptor descriptor = serviceDescriptor(service);
             used += 7 + descriptor.size();
-            dvbpsi_sdt_service_t* entry = dvbpsi_sdt_service_add(sdt.get(), service.serviceId,
-                                                                 false, true, 4, service.scrambled);
+            const bool guide = plan.guideHours > 0 && service.guide != GuideKind::kNone;
+            dvbpsi_sdt_service_t* entry = dvbpsi_sdt_service_add(
+                    sdt.get(), service.serviceId, guide, guide, 4, service.scrambled);
             addDescriptor(0x48, descriptor, service.name,
                           [&](auto... a) { dvbpsi_sdt_service_descriptor_add(entry, a...); });
         }
@@ -323,6 +329,14 @@ bool writeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
 }
 
 void check(const MultiplexPlan& plan) {
+    if (plan.time < kFirstTime || plan.time > kLastTime) {
+        throw std::invalid_argument(
+                fmt::format("{}: the time tables cannot tell {}", plan.fileName, plan.time));
+    }
+    if (plan.guideHours > kMostGuideHours) {
+        throw std::invalid_argument(fmt::format("{}: a guide of {} hours, but {} are the most",
+                                                plan.fileName, plan.guideHours, kMostGuideHours));
+    }
     if (plan.services.size() > kMaxServicesPerMultiplex) {
         throw std::invalid_argument(fmt::format("{}: {} services, but a multiplex holds {} at most",
                                                 plan.fileName, plan.services.size(),
@@ -383,6 +397,8 @@ std::vector<uint8_t> buildStream(const MultiplexPlan& plan,
     for (size_t i = 0; i < plan.services.size(); ++i) {
         tables.push_back(pmtTable(handle.get(), plan.services[i], i));
     }
+    std::vector<RawSection> guide = timeSections(plan.time);
+    for (RawSection& section : eventSections(plan, network)) guide.push_back(std::move(section));
     if (!fault.empty()) throw std::invalid_argument(fmt::format("{}: {}", plan.fileName, fault));
     Packetizer packets;
     for (unsigned repetition = 1; repetition <= kRepetitions; ++repetition) {
@@ -391,6 +407,9 @@ std::vector<uint8_t> buildStream(const MultiplexPlan& plan,
                 packets.section(table.pid, s->p_data, s->i_length + 3u);
             }
             packets.stuffing(1);
+        }
+        for (const RawSection& section : guide) {
+            packets.section(section.pid, section.bytes.data(), section.bytes.size());
         }
         for (size_t i = 0; i < plan.services.size(); ++i) {
             if (plan.services[i].type != 0x02) packets.payload(servicePid(i, 1), 0xE0, repetition);

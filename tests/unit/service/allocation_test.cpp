@@ -3,14 +3,23 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <tuple>
 
+#include "QorTvApiBroadcastImpl.h"
 #include "QorTvApiCIImpl.h"
 #include "QorTvApiChannelListImpl.h"
+#include "QorTvApiConfigImpl.h"
+#include "QorTvApiEventImpl.h"
+#include "QorTvApiInputSrcImpl.h"
+#include "QorTvApiMultiviewImpl.h"
+#include "QorTvApiScanImpl.h"
+#include "QorTvApiTimeImpl.h"
 #include "hhandler/hh_iom.h"
 #include "hhandler/hh_svctx.h"
 #include "middleware/channellist.h"
+#include "middleware/event.h"
 #include "middleware/svctx.h"
 #include "service_fixture.h"
 #include "short_memory.h"
@@ -146,6 +155,74 @@ ROW(a_qortvapi_videoinfo_set_data),
 ROW(a_qortvapi_teletext_set_page),
 ROW(a_qortvapi_teletext_top_get_group_content),
 ROW(a_qortvapi_teletext_top_get_page_content),
+#undef ROW
+#define ROW(class, function, entry) {#function, &allocations<&class::a_hidl_##function>}
+#include "domain_rows_broadcast.inc"
+#include "domain_rows_config.inc"
+#include "domain_rows_event.inc"
+#include "domain_rows_input_source.inc"
+#include "domain_rows_multiview.inc"
+#include "domain_rows_scan.inc"
+#include "domain_rows_time.inc"
+// Those of the domain interfaces with more to them, whose buffers have a fixed size.
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_target_regions, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_cam_operator_name, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_sync_stop, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_strm_is_orig_scramble, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_change_freq, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_ana_channel_fine_tune, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_connect_attr, ""),
+ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_transfer_external_ui_status, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sharepinrec_byidx, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sourcerec_byidx, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_currentsourcename, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_currentsourcename_bypath, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sourcename_bysourceid, ""),
+ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_userdefname_bysourceid, ""),
+ROW(QorTvApiMultiviewImpl, a_qortvapi_multiview_startMainVideo, ""),
+ROW(QorTvApiMultiviewImpl, a_qortvapi_multiview_startSubVideo, ""),
+ROW(QorTvApiScanImpl, a_qortvapi_is_scan_active, ""),
+ROW(QorTvApiScanImpl, a_qortvapi_set_atsc_scan_param, ""),
+ROW(QorTvApiScanImpl, a_qortvapi_set_isdb_scan_param, ""),
+ROW(QorTvApiScanImpl, a_qortvapi_set_ntsc_scan_param, ""),
+ROW(QorTvApiConfigImpl, a_qortvapi_config_set_value, ""),
+ROW(QorTvApiConfigImpl, a_qortvapi_config_set_value_for_all_elems, ""),
+ROW(QorTvApiConfigImpl, a_qortvapi_config_get_str_value, ""),
+ROW(QorTvApiConfigImpl, a_qortvapi_config_get_items_enabled, ""),
+ROW(QorTvApiEventImpl, a_qortvapi_event_get_rating_map, ""),
+ROW(QorTvApiEventImpl, a_qortvapi_event_set_query_parameter, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_get_utc_time, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_utc_sec_to_dtg, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_get_broadcast_time_ex, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_convert, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_get_brdcst_raw_data, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_convert_millis_to_local_time, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_dtg_to_sec, ""),
+ROW(QorTvApiTimeImpl, a_qortvapi_time_convert_local_time_to_millis, ""),
+ROW(QorTvApiTimeImpl, c_dt_utc_sec_to_loc_dtg, ""),
+ROW(QorTvApiTimeImpl, c_dt_get_utc, ""),
+ROW(QorTvApiTimeImpl, c_dt_conv_utc_local, ""),
+ROW(QorTvApiTimeImpl, c_dt_mjd_to_dtg, ""),
+ROW(QorTvApiTimeImpl, c_dt_dtg_to_sec, ""),
+ROW(QorTvApiTimeImpl, c_dt_dtg_to_mjd_bcd, ""),
+#undef ROW
+};
+
+/** A read of a block of bytes about an event. */
+struct BlockRow {
+    const char* method;
+    Return<void> (QorTvApiEventImpl::*call)(uint32_t, uint32_t, uint32_t,
+                                            std::function<void(const hidl_vec<uint8_t>&, int32_t)>);
+    void (*plug)(switchboard::Switchboard& tv,
+                 const std::function<int32_t(uint32_t, uint32_t, uint8_t*, uint32_t)>& read);
+};
+
+const BlockRow kBlockRows[] = {
+#define ROW(method, function) \
+    {"a_hidl_" #method, &QorTvApiEventImpl::a_hidl_##method, \
+     [](auto& tv, const auto& read) { tv.template on<&function>(read); }}
+#include "event_block_rows.inc"
+#undef ROW
 };
 // clang-format on
 
@@ -172,6 +249,7 @@ TEST_F(ServiceAllocation, isCounted) {
     impl->a_hidl_a_qortvapi_tsl_get_tsl_recs_by_satl_rec_id(1, 2, 0, 1, 1,
                                                             [](const auto&, int32_t) {});
     EXPECT_EQ(gAllocations, before + 1) << "the buffer of an array read";
+    for (const BlockRow& row : kBlockRows) EXPECT_EQ(allocationsOf(row.call), 1) << row.method;
 }
 
 class ServiceShortMemory : public ServiceTest {
@@ -221,7 +299,24 @@ TEST_F(ServiceShortMemory, readsNetworksWithoutABuffer) {
                     "pt_nwl_rec malloc fail \n"));
 }
 
-/** The two reads whose buffers the client sizes and nobody zeroes. */
+TEST_F(ServiceShortMemory, doesNotAnswerBlocksOfEvents) {
+    const sp<QorTvApiEventImpl> impl = new QorTvApiEventImpl();
+    for (const BlockRow& row : kBlockRows) {
+        SCOPED_TRACE(row.method);
+        for (const uint8_t debugging : {0, 1}) {
+            mTvApiDebug = debugging;
+            log.take();
+            switchboard::Switchboard::startRecording();
+            (*impl.*row.call)(1, 2, 3, [](const auto&...) { ADD_FAILURE() << "an answer"; });
+            EXPECT_TRUE(switchboard::Switchboard::stopRecording().empty());
+            EXPECT_EQ(log.take(),
+                      (std::vector<LogLine>{debugLine("QorTvApiEventImpl(service)", row.method,
+                                                      "allocte memory fail !!!!\n")}));
+        }
+    }
+}
+
+/** The reads whose buffers the client sizes and nobody zeroes. */
 class ServiceUninitialisedRead : public ServiceTest {
   protected:
     const sp<QorTvApiImpl> impl = new QorTvApiImpl();
@@ -245,6 +340,23 @@ TEST_F(ServiceUninitialisedRead, handsOverWhatMemoryHeld) {
             [&](uint32_t, uint32_t, uint32_t, void* data, uint32_t) { return write(data); });
     impl->a_hidl_c_svctx_generic_get_info(1, 2, 3, 4, check);
     EXPECT_EQ(answers, 2);
+}
+
+TEST_F(ServiceUninitialisedRead, handsOverWhatMemoryHeldBehindWhatIsKnownOfAnEvent) {
+    const sp<QorTvApiEventImpl> events = new QorTvApiEventImpl();
+    const std::vector<uint8_t> expected = {1, 2, kLeftBehind, kLeftBehind};
+    for (const BlockRow& row : kBlockRows) {
+        row.plug(tv, [&](uint32_t, uint32_t, uint8_t* block, uint32_t) {
+            memcpy(block, expected.data(), 2);
+            return 0;
+        });
+        int answers = 0;
+        (*events.*row.call)(1, 2, 4, [&](const hidl_vec<uint8_t>& block, int32_t) {
+            ++answers;
+            EXPECT_EQ(std::vector<uint8_t>(block), expected) << row.method;
+        });
+        EXPECT_EQ(answers, 1) << row.method;
+    }
 }
 
 using ServiceUninitialisedReadDeathTest = ServiceUninitialisedRead;

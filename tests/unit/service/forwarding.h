@@ -77,13 +77,20 @@ Value distinctOutput([[maybe_unused]] int index, [[maybe_unused]] int seed) {
 /** The client received `result` for an output that holds `value`: a record at its full size. */
 template <typename Result, typename Value>
 void expectAnswered(const Result& result, const Value& value) {
-    if constexpr (std::is_class_v<Value>) {
+    if constexpr (std::is_same_v<Result, bool> && std::is_integral_v<Value>) {
+        EXPECT_EQ(result, value != 0) << "a flag";
+    } else if constexpr (std::is_class_v<Value>) {
         ASSERT_EQ(result.size(), sizeof(Value));
         EXPECT_EQ(memcmp(result.data(), &value, sizeof(Value)), 0) << "a record image";
     } else {
         EXPECT_EQ(result, value);
     }
 }
+
+template <typename Type>
+constexpr bool kIsCallback = false;
+template <typename Signature>
+constexpr bool kIsCallback<std::function<Signature>> = true;
 
 template <typename Method, typename Function>
 class Forwarding;
@@ -113,8 +120,20 @@ class Forwarding<Result (Interface::*)(Arguments...), FunctionResult (*)(Paramet
         }
     }
 
+    /** The numbers among the arguments that a call with `seed` passes, as "%d" prints them. */
+    static std::vector<std::string> numbersOf(int seed) {
+        std::vector<std::string> numbers;
+        const auto add = [&](const auto& argument) {
+            if constexpr (std::is_integral_v<std::decay_t<decltype(argument)>>) {
+                numbers.push_back(std::to_string(static_cast<int32_t>(argument)));
+            }
+        };
+        std::apply([&](const auto&... all) { (add(all), ...); }, makeArguments(AllInputs{}, seed));
+        return numbers;
+    }
+
   private:
-    static constexpr bool kHasCallback = !std::is_convertible_v<Result, int32_t>;
+    static constexpr bool kHasCallback = (kIsCallback<std::decay_t<Arguments>> || ...);
     static constexpr size_t kInputs = sizeof...(Arguments) - (kHasCallback ? 1 : 0);
     static constexpr size_t kOutputs = sizeof...(Parameters) - kInputs;
     using AllInputs = std::make_index_sequence<kInputs>;
@@ -139,9 +158,16 @@ class Forwarding<Result (Interface::*)(Arguments...), FunctionResult (*)(Paramet
                                         : OutputValue<O>{}...);
     }
 
+    /** `code`, in both halves of a result of 64 bits. */
+    static FunctionResult expectedResult(int32_t code) {
+        const auto result = static_cast<FunctionResult>(code);
+        if constexpr (sizeof(FunctionResult) > sizeof(code)) return result * 0x100000001;
+        return result;
+    }
+
     Forwarding(int seed, bool succeeds)
         : mSucceeds(succeeds),
-          mExpectedResult(succeeds ? 1000 + seed : -1000 - seed),
+          mExpectedResult(expectedResult(succeeds ? 1000 + seed : -1000 - seed)),
           mArguments(makeArguments(AllInputs{}, seed)),
           mOutputs(makeOutputs(AllOutputs{}, seed, succeeds)) {}
 
@@ -182,8 +208,10 @@ class Forwarding<Result (Interface::*)(Arguments...), FunctionResult (*)(Paramet
         } else {
             const Result result = (implementation.*method)(std::get<I>(mArguments)...);
             EXPECT_TRUE(result.isOk());
-            // Some methods return a narrower number, or whether it is not 0.
-            EXPECT_EQ(plain(result), static_cast<decltype(plain(result))>(mExpectedResult));
+            if constexpr (!std::is_same_v<Result, ::android::hardware::Return<void>>) {
+                // Some methods return a narrower number, or whether it is not 0.
+                EXPECT_EQ(plain(result), static_cast<decltype(plain(result))>(mExpectedResult));
+            }
         }
     }
 
@@ -193,7 +221,7 @@ class Forwarding<Result (Interface::*)(Arguments...), FunctionResult (*)(Paramet
     }
 
     const bool mSucceeds;
-    const int32_t mExpectedResult;
+    const FunctionResult mExpectedResult;
     const decltype(makeArguments(AllInputs{}, 0)) mArguments;
     const decltype(makeOutputs(AllOutputs{}, 0, true)) mOutputs;
 };
@@ -209,6 +237,35 @@ void check(const char* name) {
     const ::android::sp<Implementation> implementation = new Implementation();
     Forwarding<decltype(Method), decltype(Function)>::template check<Function>(*implementation,
                                                                                Method, name);
+}
+
+/**
+ * The entry lines that `check` has a method write, one for each call: `format`, where "%s" stands
+ * for the method's name and each "%d" for the next number among its arguments. None where `format`
+ * is empty.
+ */
+template <auto Method, auto Function>
+std::vector<std::string> entryLines(const std::string& format, const std::string& method) {
+    std::vector<std::string> lines;
+    if (format.empty()) return lines;
+    for (const int seed : {0, 1}) {
+        const auto numbers = Forwarding<decltype(Method), decltype(Function)>::numbersOf(seed);
+        std::string line;
+        auto number = numbers.begin();
+        for (size_t i = 0; i < format.size(); ++i) {
+            if (format.compare(i, 2, "%s") == 0) {
+                line += method;
+                ++i;
+            } else if (format.compare(i, 2, "%d") == 0) {
+                line += number == numbers.end() ? "(no such argument)" : *number++;
+                ++i;
+            } else {
+                line += format[i];
+            }
+        }
+        lines.insert(lines.end(), 2, line);  // the middleware succeeds, and fails
+    }
+    return lines;
 }
 
 }  // namespace forwarding

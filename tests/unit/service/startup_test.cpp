@@ -1,10 +1,8 @@
 /** The start-up sequence, with a registry of its own for each test. */
 #include "startup.h"
 
+#include <hidl/ServiceManagement.h>
 #include <unistd.h>
-
-#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiCI.h>
-#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiChannelList.h>
 
 #include "custom/qortvapicustom.h"
 #include "middleware/bringup.h"
@@ -64,17 +62,43 @@ TEST(ServiceStartUp, beginsWithDebuggingOn) {
     EXPECT_EQ(gInitialDebugLevel, 1);
 }
 
+/** What is registered, in order. */
+struct Registration {
+    const char* interface;  // less "IQorTvApi"
+    const char* said;       // when it is registered
+    const char* failed;     // what the message of a failure names
+};
+const Registration kRegistrations[] = {
+        {"", "QorTvApi", "IQorTvApi"},
+        {"Config", "QorTvApiConfig", "IQorTvApiConfig"},
+        {"Cec", "IQorTvApiCec", "IQorTvApiCec"},
+        {"Scan", "QorTvApiScan", "IQorTvApiScan"},
+        {"Broadcast", "QorTvApiBroadcastImpl", "IQorTvApiBroadcast"},
+        {"Rating", "QorTvApiRatingImpl", "IQorTvApiRating"},
+        {"Timeshift", "QorTvApiTimeshiftImpl", "IQorTvApiTimeshift"},
+        {"Time", "QorTvApiTimeImpl", "IQorTvApiTime"},
+        {"Event", "QorTvApiEventImpl", "IQorTvApiEvent"},
+        {"Pvrbrowser", "QorTvApiPvrbrowserImpl", "IQorTvApiPvrbrowser"},
+        {"InputSrc", "QorTvApiInputSrcImpl", "QorTvApInputSrc"},
+        {"Record", "QorTvApiRecordImpl", "IQorTvApiRecord"},
+        {"Multiview", "QorTvApiMultiviewImpl", "IQorTvApiMultiview"},
+        {"ChannelList", "QorTvApiChannelListImpl", "IQorTvApiChannelList"},
+        {"CI", "IQorTvApiCI", "IQorTvApiCI"},
+};
+
 bool registersEveryInterface(LogCapture& log) {
     const Services services = startServices();
-    const std::vector<LogLine> expected = {
-            {ANDROID_LOG_INFO, kTag, "", "register QorTvApi as service"},
-            {ANDROID_LOG_INFO, kTag, "", "register QorTvApiChannelListImpl as service"},
-            {ANDROID_LOG_INFO, kTag, "", "register IQorTvApiCI as service"},
-    };
-    return infoLines(log) == expected && services.size() == expected.size() &&
-           IQorTvApi::getService("default") != nullptr &&
-           IQorTvApiChannelList::getService("default") != nullptr &&
-           IQorTvApiCI::getService("default") != nullptr;
+    std::vector<LogLine> expected;
+    bool published = true;
+    for (const Registration& row : kRegistrations) {
+        expected.push_back(
+                {ANDROID_LOG_INFO, kTag, "", std::string("register ") + row.said + " as service"});
+        const std::string name =
+                std::string("vendor.corvanta.tv.qortvapi@1.0::IQorTvApi") + row.interface;
+        published = published && ::android::hardware::details::getServiceBinder(
+                                         name.c_str(), "default", false) != nullptr;
+    }
+    return infoLines(log) == expected && services.size() == expected.size() && published;
 }
 
 TEST_F(ServiceStartUpDeathTest, registersEveryInterfaceAndSaysSo) {
@@ -111,44 +135,36 @@ TEST_F(ServiceStartUpDeathTest, takesTheLowByteOfTheDebugLevel) {
     }
 }
 
-TEST_F(ServiceStartUpDeathTest, endsWhenTheFirstRegistrationFails) {
-    EXPECT_DEATH(
-            {
-                __android_log_set_logger(__android_log_stderr_logger);
-                breakRegistry();
-                startServices();
-            },
-            "qortvapi-service.*Could not register IQorTvApi as service, status=-[0-9]+");
-}
+std::string gBreakingLine;
 
-/** Breaks the registry once `Text` is logged. */
-template <const char* Text>
-void breakRegistryAfter(const __android_logger_data* data, const char* message) {
+/** Breaks the registry once `gBreakingLine` is logged. */
+void breakRegistryAfterLine(const __android_logger_data* data, const char* message) {
     __android_log_stderr_logger(data, message);
-    if (std::string(message) == Text) breakRegistry();
+    if (message == gBreakingLine) breakRegistry();
 }
 
-constexpr char kFirstIsRegistered[] = "register QorTvApi as service";
-constexpr char kSecondIsRegistered[] = "register QorTvApiChannelListImpl as service";
+class ServiceRegistrationDeathTest : public ServiceStartUpDeathTest,
+                                     public testing::WithParamInterface<size_t> {};
 
-TEST_F(ServiceStartUpDeathTest, endsWhenALaterRegistrationFails) {
+TEST_P(ServiceRegistrationDeathTest, endsWhenItFails) {
+    const size_t row = GetParam();
     EXPECT_DEATH(
             {
-                __android_log_set_logger(breakRegistryAfter<kFirstIsRegistered>);
+                __android_log_set_logger(breakRegistryAfterLine);
+                if (row == 0) {
+                    breakRegistry();
+                } else {
+                    gBreakingLine =
+                            std::string("register ") + kRegistrations[row - 1].said + " as service";
+                }
                 startServices();
             },
-            "qortvapi-service.*Could not register IQorTvApiChannelList as service, "
-            "status=-[0-9]+");
+            std::string("qortvapi-service.*Could not register ") + kRegistrations[row].failed +
+                    " as service, status=-[0-9]+");
 }
 
-TEST_F(ServiceStartUpDeathTest, endsWhenTheLastRegistrationFails) {
-    EXPECT_DEATH(
-            {
-                __android_log_set_logger(breakRegistryAfter<kSecondIsRegistered>);
-                startServices();
-            },
-            "qortvapi-service.*Could not register IQorTvApiCI as service, status=-[0-9]+");
-}
+INSTANTIATE_TEST_SUITE_P(, ServiceRegistrationDeathTest,
+                         testing::Range(size_t{0}, std::size(kRegistrations)));
 
 TEST_F(ServiceStartUpDeathTest, registersWithoutAMiddleware) {
     EXPECT_EXIT(

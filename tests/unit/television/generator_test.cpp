@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <stdexcept>
 
@@ -82,6 +83,29 @@ TEST(Generator, ProgramWritesLargeLists) {
     const auto [code, output] = run("--multiplexes 2 --services 30 " + folder.path());
     EXPECT_EQ(code, 0) << output;
     EXPECT_NE(output.find("2 multiplexes with 30 services"), std::string::npos);
+}
+
+TEST(Generator, ProgramTakesTimeAndGuide) {
+    const TempFolder folder;
+    ASSERT_EQ(run("--time 1715366400 --guide-hours 6 " + folder.path()).first, 0);
+    const auto plan = demoPlans(1715366400, 6).front();
+    const auto read = television::readMultiplexFile(folder / plan.fileName);
+    EXPECT_EQ(read.time.utc, 1715366400);
+    ASSERT_NE(read.events, nullptr);
+    ASSERT_EQ(run("--time 1715366400 --multiplexes 1 --services 3 " + folder.path()).first, 0);
+    const auto large = television::readMultiplexFile(folder / "large-0001.ts");
+    EXPECT_EQ(large.time.utc, 1715366400);
+    EXPECT_EQ(large.events, nullptr) << "a large list has no guide unless one is asked for";
+    const auto before = std::time(nullptr);
+    ASSERT_EQ(run("--multiplexes 1 --services 3 --guide-hours 2 " + folder.path()).first, 0);
+    const auto now = television::readMultiplexFile(folder / "large-0001.ts");
+    EXPECT_GE(now.time.utc, before);
+    EXPECT_LE(now.time.utc, std::time(nullptr));
+    EXPECT_NE(now.events, nullptr);
+    EXPECT_NE(run("--guide-hours 169 " + folder.path()).first, 0);
+    const auto [code, output] = run("--time 9999999999 " + folder.path());
+    EXPECT_EQ(code, 1);
+    EXPECT_NE(output.find("9999999999"), std::string::npos) << output;
 }
 
 TEST(Generator, ProgramNamesAFolderThatCannotBeWritten) {

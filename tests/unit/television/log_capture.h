@@ -34,6 +34,16 @@ class LogCapture {
         return false;
     }
 
+    /** How many lines contain `part`. */
+    size_t count(const std::string& part) const {
+        std::lock_guard<std::mutex> lock(mutex());
+        size_t found = 0;
+        for (const std::string& line : lines()) {
+            if (line.find(part) != std::string::npos) ++found;
+        }
+        return found;
+    }
+
     size_t size() const {
         std::lock_guard<std::mutex> lock(mutex());
         return lines().size();

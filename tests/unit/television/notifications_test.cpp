@@ -112,13 +112,18 @@ TEST_F(TelevisionNotifications, SelectionIsToldInOrder) {
         log.wait("broadcast", 1);
     }
     ASSERT_EQ(a_qortvapi_channellist_set_2nd_current_channel_by_svlId(SVL_ID_CABLE, two), TV_OK);
-    const auto seen = log.wait("broadcast", 4);
-    EXPECT_EQ(
-            seen[0],
-            (SeenEvent{"broadcast", BROADCAST_NFY_CHANNEL_CHANGED, {9, one, 0, SVL_ID_CABLE, 0}}));
-    EXPECT_EQ(seen[1].values[1], two);
-    EXPECT_EQ(seen[2].values[1], one);
-    EXPECT_EQ(seen[3].values, (std::vector<uint64_t>{9, two, 1, SVL_ID_CABLE, 0}));
+    const std::vector<std::pair<uint64_t, uint64_t>> selections = {
+            {one, 0}, {two, 0}, {one, 0}, {two, 1}};
+    std::vector<SeenEvent> expected;
+    for (const auto& [id, window] : selections) {
+        for (const uint64_t status : {BROADCAST_TUNING_SEARCHING, BROADCAST_TUNING_LOCKED}) {
+            expected.push_back({"broadcast", BROADCAST_NFY_TUNING, {9, status, 0, id, window}});
+        }
+        expected.push_back({"broadcast",
+                            BROADCAST_NFY_CHANNEL_CHANGED,
+                            {9, id, window, SVL_ID_CABLE, 0}});
+    }
+    EXPECT_EQ(log.wait("broadcast", expected.size()), expected);
     const auto contexts = log.wait("context", 2);
     EXPECT_EQ(contexts.front(), (SeenEvent{"context",
                                            SVCTX_COND_SERVICE_CHANGED,
@@ -190,7 +195,8 @@ TEST_F(TelevisionNotifications, HandlersMayCallTheTelevision) {
     const auto all = services(SVL_ID_CABLE);
     size_t depth = 0;
     log.hook([&](const SeenEvent& event) {
-        if (event.handler != "broadcast" || ++depth >= all.size()) return;
+        if (event.handler != "broadcast" || event.code != BROADCAST_NFY_CHANNEL_CHANGED) return;
+        if (++depth >= all.size()) return;
         // Locks, reads, writes and selects from within the handler.
         EXPECT_EQ(a_qortvapi_channellist_lock_database(1, 0), TV_OK);
         EXPECT_EQ(services(SVL_ID_CABLE).size(), all.size());
@@ -201,7 +207,7 @@ TEST_F(TelevisionNotifications, HandlersMayCallTheTelevision) {
         a_qortvapi_channellist_register_callback(channelList, nullptr);
     });
     ASSERT_EQ(a_qortvapi_channellist_set_current_channel(all[0].ui4_channel_id), TV_OK);
-    EXPECT_EQ(log.wait("broadcast", all.size()).size(), all.size());
+    EXPECT_EQ(log.wait("broadcast", 3 * all.size()).size(), 3 * all.size());
 }
 
 TEST_F(TelevisionNotifications, HandlersMayWaitForOtherThreadsThatCallTheTelevision) {
@@ -209,14 +215,15 @@ TEST_F(TelevisionNotifications, HandlersMayWaitForOtherThreadsThatCallTheTelevis
     a_qortvapi_broadcast_register_callback(broadcast, nullptr);
     const uint32_t id = channel(SVL_ID_CABLE, "Cable One");
     // As a remote client does: it calls back from its own process before it answers.
-    log.hook([&](const SeenEvent&) {
+    log.hook([&](const SeenEvent& event) {
+        if (event.code != BROADCAST_NFY_CHANNEL_CHANGED) return;
         std::async(std::launch::async, [&] {
             EXPECT_EQ(a_qortvapi_favorite_list_add_tail(SVL_ID_CABLE, 0, id), TV_OK);
             EXPECT_EQ(a_qortvapi_channellist_get_channel_number(id), 101);
         }).get();
     });
     ASSERT_EQ(a_qortvapi_channellist_set_current_channel(id), TV_OK);
-    log.wait("broadcast", 1);
+    log.wait("broadcast", 3);
     EXPECT_EQ(favourites(SVL_ID_CABLE, 0).size(), 1u);
 }
 

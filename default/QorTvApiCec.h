@@ -1,0 +1,27 @@
+/** The enhanced audio return channel (eARC) of HDMI-CEC. */
+#pragma once
+
+#include <hidl/HidlSupport.h>
+#include <hidl/Status.h>
+#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiCec.h>
+
+#include <cstdint>
+
+namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
+
+using ::android::hardware::Return;
+
+/**
+ * The one interface that does not reach the middleware: it asks the hardware abstraction library,
+ * which every call initialises anew. A failure of the library is logged and becomes false or -1. No
+ * state: any thread, any number at a time.
+ */
+class QorTvApiCec : public IQorTvApiCec {
+  public:
+    Return<bool> a_hidl_a_qortvapi_get_earc_caps() override;
+    Return<int32_t> a_hidl_a_qortvapi_set_earc_enable(bool enabled) override;
+    /** `port` is the library's number of an HDMI port. */
+    Return<bool> a_hidl_a_qortvapi_get_earc_status(int32_t port) override;
+};
+
+}  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

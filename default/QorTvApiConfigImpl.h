@@ -1,0 +1,70 @@
+/** The set's configuration. */
+#pragma once
+
+#include <hidl/HidlSupport.h>
+#include <hidl/Status.h>
+#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiConfig.h>
+
+#include <cstdint>
+
+namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
+
+using ::android::hardware::hidl_string;
+using ::android::hardware::hidl_vec;
+using ::android::hardware::Return;
+
+/**
+ * Each method is the middleware function of its name, less the prefix. No state: any thread, any
+ * number at a time.
+ */
+class QorTvApiConfigImpl : public IQorTvApiConfig {
+  public:
+    QorTvApiConfigImpl();
+
+    // Numbers.
+    Return<void> a_hidl_a_qortvapi_config_get_minmaxvalue(
+            int16_t group, const hidl_string& key,
+            a_hidl_a_qortvapi_config_get_minmaxvalue_cb _hidl_cb) override;
+    Return<void> a_hidl_a_qortvapi_config_get_value(
+            int16_t group, const hidl_string& key,
+            a_hidl_a_qortvapi_config_get_value_cb _hidl_cb) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_set_value(int16_t group, const hidl_string& key,
+                                                       int32_t value, int16_t update_flag) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_set_value_for_all_elems(int16_t group,
+                                                                     const hidl_string& key,
+                                                                     int32_t value,
+                                                                     int16_t update_flag) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_is_visible(int16_t group,
+                                                        const hidl_string& key) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_is_enabled(int16_t group,
+                                                        const hidl_string& key) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_reset_values(int16_t group) override;
+
+    // Texts.
+    /** The length is 256, the room for the text, where the middleware does not say. */
+    Return<void> a_hidl_a_qortvapi_config_get_str_value(
+            const hidl_string& key, a_hidl_a_qortvapi_config_get_str_value_cb _hidl_cb) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_set_str_value(const hidl_string& key,
+                                                           const hidl_string& value) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_set_str_value_ex(const hidl_string& key,
+                                                              const hidl_string& value,
+                                                              uint32_t option) override;
+
+    // Reports of changes.
+    Return<int32_t> a_hidl_a_qortvapi_config_add_value_changed_callback(
+            const hidl_string& key) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_remove_value_changed_callback(
+            const hidl_string& key) override;
+
+    // Choices and the set.
+    /** Answers the count and the length in this order, which is not that of the middleware. */
+    Return<void> a_hidl_a_qortvapi_config_get_items_enabled(
+            int16_t group, const hidl_string& key,
+            a_hidl_a_qortvapi_config_get_items_enabled_cb _hidl_cb) override;
+    Return<int32_t> a_hidl_a_qortvapi_config_set_android_world_info(int16_t country,
+                                                                    int16_t language) override;
+    Return<void> a_hidl_a_qortvapi_config_get_video_resolution(
+            a_hidl_a_qortvapi_config_get_video_resolution_cb _hidl_cb) override;
+};
+
+}  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

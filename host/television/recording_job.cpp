@@ -1,0 +1,207 @@
+#include "recording_job.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <utility>
+
+#include "log.h"
+#include "packet_reader.h"
+#include "program_clock.h"
+
+namespace television {
+namespace {
+
+/** Packets of the multiplex between two looks at the clock: some tens of milliseconds. */
+constexpr uint64_t kPacketsOfATurn = 200;
+/** Written at once, at most; and at least every half second of the stream. */
+constexpr size_t kWriteSize = 64 * 1024;
+constexpr double kWriteEvery = 0.5;
+
+/** How a recording that could not be written ended. */
+RecordingOutcome outcomeOf(int error) {
+    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG;
+    return full ? RecordingOutcome{RECORD_STOP_DISK_FULL, RECORD_ERROR_DISK_FULL}
+                : RecordingOutcome{RECORD_STOP_UNKNOWN, RECORD_ERROR_WRITE};
+}
+
+}  // namespace
+
+/** The file of the multiplex, open from its beginning. */
+class RecordingJob::Input {
+  public:
+    explicit Input(const std::string& path)
+        // Without waiting: a pipe with that name must not hold the recording up.
+        : mFile(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+        if (mFile < 0) {
+            mError = errno;
+        } else if (fstat(mFile, &mStatus) != 0) {
+            mError = errno;
+        } else if (!S_ISREG(mStatus.st_mode)) {
+            mError = EINVAL;
+        }
+    }
+    ~Input() {
+        if (mFile >= 0) close(mFile);
+    }
+    Input(const Input&) = delete;
+    Input& operator=(const Input&) = delete;
+
+    /** 0, or the errno of what went wrong. */
+    int error() const { return mError; }
+    long read(uint8_t* data, size_t size) {
+        for (;;) {
+            const ssize_t got = ::read(mFile, data, size);
+            if (got < 0 && errno == EINTR) continue;
+            if (got < 0) mError = errno;
+            return got;
+        }
+    }
+    void rewind() { lseek(mFile, 0, SEEK_SET); }
+    /** Whether somebody has deleted or replaced it. */
+    bool gone() const {
+        struct stat status = {};
+        return fstat(mFile, &status) != 0 || status.st_nlink == 0;
+    }
+    bool sameAs(const struct stat& other) const {
+        return mStatus.st_dev == other.st_dev && mStatus.st_ino == other.st_ino &&
+               mStatus.st_size == other.st_size && mStatus.st_mtim.tv_sec == other.st_mtim.tv_sec &&
+               mStatus.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
+    }
+    const struct stat& status() const { return mStatus; }
+
+  private:
+    int mFile;
+    int mError = 0;
+    struct stat mStatus = {};
+};
+
+RecordingJob::RecordingJob(RecordingTask task, std::shared_ptr<RecordingFile> file,
+                           std::function<void(const RecordingOutcome&)> ended)
+    : mTask(std::move(task)), mFile(std::move(file)), mEnded(std::move(ended)) {}
+
+RecordingJob::~RecordingJob() {
+    stop(RECORD_STOP_CLOSED);
+    if (mThread.joinable()) mThread.join();
+}
+
+void RecordingJob::start() {
+    mBegin = std::chrono::steady_clock::now();
+    mThread = std::thread([this] { run(); });
+}
+
+void RecordingJob::stop(int32_t reason) {
+    std::lock_guard<std::mutex> lock(mMutex);
+    if (mStop == RECORD_STOP_UNKNOWN) mStop = reason;
+    mChanged.notify_all();
+}
+
+void RecordingJob::wait() {
+    std::unique_lock<std::mutex> lock(mMutex);
+    mChanged.wait(lock, [this] { return mDone; });
+}
+
+void RecordingJob::run() {
+    RecordingOutcome outcome = record();
+    const int error = flush();  // nothing is left where writing failed
+    if (error != 0) outcome = outcomeOf(error);
+    mFile->setDuration(position());
+    mFile->finish(outcome.stopReason);
+    mEnded(outcome);
+    std::lock_guard<std::mutex> lock(mMutex);
+    mDone = true;
+    mChanged.notify_all();
+}
+
+RecordingOutcome RecordingJob::record() {
+    ServiceFilter filter(mTask.transportStreamId, mTask.program, mTask.describe);
+    struct stat measured = {};
+    std::optional<uint64_t> bitRate;
+    for (;;) {
+        Input input(mTask.stream);
+        if (input.error() != 0) {
+            LOG_TV_ERROR("the recording {} has no signal: cannot read {}: {}", mFile->path(),
+                         mTask.stream, std::strerror(input.error()));
+            return {RECORD_STOP_NO_SIGNAL, RECORD_ERROR_NO_SIGNAL};
+        }
+        if (!bitRate || !input.sameAs(measured)) {
+            measured = input.status();
+            bitRate = measureBitRate(
+                    [&](uint8_t* data, size_t size) { return input.read(data, size); });
+            input.rewind();
+        }
+        const auto outcome = pass(filter, input, bitRate.value_or(kUsualBitRate));
+        if (outcome) return *outcome;
+        filter.restart();
+    }
+}
+
+/** Plays the file once. Answers how the recording ended, if it did. */
+std::optional<RecordingOutcome> RecordingJob::pass(ServiceFilter& filter, Input& input,
+                                                   uint64_t bitRate) {
+    PacketReader packets([&](uint8_t* data, size_t size) { return input.read(data, size); });
+    const uint64_t before = filter.passed();
+    for (uint64_t count = 1;; ++count) {
+        const uint8_t* packet = packets.next();
+        if (packet != nullptr) filter.push(packet, mOut);
+        if (packet != nullptr && count % kPacketsOfATurn != 0) continue;
+        const uint64_t turn = packet != nullptr ? kPacketsOfATurn : (count - 1) % kPacketsOfATurn;
+        const auto outcome = advance(turn * kPacketSize * 8, bitRate);
+        if (outcome) return outcome;
+        if (packet == nullptr || input.gone()) break;
+    }
+    if (packets.failed()) {
+        LOG_TV_ERROR("the recording {} has no signal: cannot read {}: {}", mFile->path(),
+                     mTask.stream, std::strerror(input.error()));
+    } else if (filter.passed() == before) {
+        LOG_TV_ERROR("the recording {} has no signal: {} has nothing of program {}", mFile->path(),
+                     mTask.stream, mTask.program);
+    } else {
+        return std::nullopt;
+    }
+    return RecordingOutcome{RECORD_STOP_NO_SIGNAL, RECORD_ERROR_NO_SIGNAL};
+}
+
+/** Writes what is due and waits until the stream is so far. Answers how the recording ended, if it
+ * did. */
+std::optional<RecordingOutcome> RecordingJob::advance(uint64_t bits, uint64_t bitRate) {
+    mSeconds += static_cast<double>(bits) / static_cast<double>(bitRate);
+    const uint32_t limit = mLimit;
+    const bool complete = limit != 0 && mSeconds >= limit;
+    mMilliseconds = static_cast<uint64_t>(complete ? limit * 1000.0 : mSeconds * 1000);
+    if (mOut.size() >= kWriteSize || mSeconds >= mFlushed + kWriteEvery) {
+        const int error = flush();
+        if (error != 0) return outcomeOf(error);
+        mFile->setDuration(position());
+    }
+    std::unique_lock<std::mutex> lock(mMutex);
+    const auto stopped = [this] { return mStop != RECORD_STOP_UNKNOWN; };
+    if (mTask.speed > 0 && !complete) {
+        const std::chrono::duration<double> due(mSeconds / mTask.speed);
+        mChanged.wait_until(
+                lock, mBegin + std::chrono::duration_cast<std::chrono::steady_clock::duration>(due),
+                stopped);
+    }
+    if (stopped()) return RecordingOutcome{mStop, RECORD_ERROR_NONE};
+    if (complete) return RecordingOutcome{RECORD_STOP_SCHEDULE, RECORD_ERROR_NONE};
+    return std::nullopt;
+}
+
+/** Writes what has come so far. 0, or an errno, which the log tells. */
+int RecordingJob::flush() {
+    mFlushed = mSeconds;
+    if (mOut.empty()) return 0;
+    const int error = mFile->write(mOut.data(), mOut.size());
+    mOut.clear();
+    if (error != 0) {
+        LOG_TV_ERROR("cannot write the recording {}: {}", mFile->path(), std::strerror(error));
+    }
+    return error;
+}
+
+}  // namespace television
