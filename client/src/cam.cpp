@@ -117,7 +117,7 @@ std::optional<CamEvent> toEvent(int32_t condition, const Bytes& data) {
 }
 
 void require(int32_t result, const char* what) {
-    if (result < 0) throwRefused(what, result);
+    if (result < 0) throwRefusedTo(what, result);
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 #include <unordered_set>
 #include <utility>
 
+#include "answers.h"
 #include "middleware/records.h"
+#include "refused.h"
 
 namespace qortv {
 
@@ -19,21 +21,6 @@ constexpr int kAttempts = 20;
 constexpr uint32_t kNoFlags = 0;
 constexpr uint32_t kNoChannel = 0;
 constexpr int32_t kForward = 0;
-
-template <typename Record>
-const Record& recordIn(const android::hardware::hidl_vec<uint8_t>& image) {
-    if (image.size() != sizeof(Record)) {
-        throw Error(Error::Kind::kTransport,
-                    "the service sent a record of " + std::to_string(image.size()) +
-                            " bytes instead of " + std::to_string(sizeof(Record)));
-    }
-    return *reinterpret_cast<const Record*>(image.data());
-}
-
-[[noreturn]] void throwRefused(const std::string& what, int32_t code) {
-    throw Error(Error::Kind::kRefused,
-                "the television refused to " + what + " (code " + std::to_string(code) + ")");
-}
 
 }  // namespace
 
@@ -61,7 +48,7 @@ uint32_t ChannelList::count(uint16_t list, const ChannelQuery& query) {
     const int32_t result = valueOf(mProxy->a_hidl_a_qortvapi_channellist_get_number_by_mask(
                                            list, kNoFlags, query.mask, query.value, 0, 0),
                                    "get_number_by_mask");
-    if (result < 0) throwRefused("count the channels of list " + std::to_string(list), result);
+    if (result < 0) throwRefusedTo("count the channels of list " + std::to_string(list), result);
     return static_cast<uint32_t>(result);
 }
 
@@ -82,7 +69,7 @@ bool ChannelList::readList(uint16_t list, const ChannelQuery& query,
                                 list, kNoFlags, kNoChannel, query.mask, query.value, 0, 0, kForward,
                                 start, page, mServices.handle(), mMultiplexes.handle()),
                         "get_svl_tsl_recs_by_mask");
-        if (result < 0) throwRefused("read channel list " + std::to_string(list), result);
+        if (result < 0) throwRefusedTo("read channel list " + std::to_string(list), result);
         const uint32_t filled = std::min(static_cast<uint32_t>(result), page);
         const auto services = mServices.records<SVL_REC_T>(filled);
         const auto multiplexes = mMultiplexes.records<TSL_REC_T>(filled);
@@ -99,8 +86,8 @@ std::optional<Channel> ChannelList::current() {
     check(mProxy->a_hidl_a_qortvapi_channellist_get_current_channel(
                   [&](uint16_t, const auto& service, const auto& multiplex, int32_t result) {
                       if (result < 0) return;
-                      channel = toChannel(recordIn<SVL_REC_T>(service),
-                                          recordIn<TSL_REC_T>(multiplex));
+                      channel = toChannel(recordOf<SVL_REC_T>(service),
+                                          recordOf<TSL_REC_T>(multiplex));
                   }),
           "get_current_channel");
     return channel;
@@ -110,7 +97,7 @@ void ChannelList::select(uint32_t channelId) {
     const int32_t result =
             valueOf(mProxy->a_hidl_a_qortvapi_channellist_set_current_channel(channelId),
                     "set_current_channel");
-    if (result < 0) throwRefused("select channel id " + std::to_string(channelId), result);
+    if (result < 0) throwRefusedTo("select channel id " + std::to_string(channelId), result);
 }
 
 }  // namespace qortv

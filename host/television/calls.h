@@ -17,6 +17,8 @@ namespace television {
 class CamSlot;
 class Recording;
 class ChannelScan;
+class InputSources;
+class VideoPaths;
 
 /** All take a core that outlives the switchboard. */
 void plugBringUp(switchboard::Switchboard& board);
@@ -30,10 +32,17 @@ void plugFavourites(switchboard::Switchboard& board, Core& core);
 void plugInstallation(switchboard::Switchboard& board, Core& core);
 void plugBissKeys(switchboard::Switchboard& board, Core& core);
 void plugVolume(switchboard::Switchboard& board, Core& core);
-void plugPicture(switchboard::Switchboard& board, Core& core);
+/** `inputs` outlive the switchboard, here and below. */
+void plugPicture(switchboard::Switchboard& board, Core& core, const InputSources& inputs);
 void plugCaptions(switchboard::Switchboard& board, Core& core);
 void plugContext(switchboard::Switchboard& board, Core& core);
-void plugComponents(switchboard::Switchboard& board, Core& core);
+void plugComponents(switchboard::Switchboard& board, Core& core, const InputSources& inputs);
+void plugConfiguration(switchboard::Switchboard& board, Core& core, const InputSources& inputs);
+void plugRatings(switchboard::Switchboard& board, Core& core);
+/** `paths` outlive the switchboard, here and below. */
+void plugInputSources(switchboard::Switchboard& board, const Core& core, InputSources& inputs,
+                      VideoPaths& paths);
+void plugMultiview(switchboard::Switchboard& board, VideoPaths& paths);
 void plugTracks(switchboard::Switchboard& board, Core& core);
 void plugBanner(switchboard::Switchboard& board, Core& core);
 void plugTeletext(switchboard::Switchboard& board, Core& core);

@@ -1,6 +1,7 @@
 // Stream components: the planes of the sinks, and source detection on the video planes.
 #include "calls.h"
 #include "client_text.h"
+#include "input_sources.h"
 #include "middleware/scc.h"
 #include "playing.h"
 #include "service_context.h"
@@ -36,7 +37,7 @@ uint32_t componentOf(const SCC_CMD_T* commands) {
 
 }  // namespace
 
-void plugComponents(switchboard::Switchboard& board, Core& core) {
+void plugComponents(switchboard::Switchboard& board, Core& core, const InputSources& inputs) {
     board.on<&c_scc_comp_open>([](const SCC_CMD_T* commands, uint32_t* handle) -> int32_t {
         if (commands == nullptr || !writable(handle)) return TV_INVALID_ARGUMENT;
         const uint32_t component = componentOf(commands);
@@ -44,21 +45,19 @@ void plugComponents(switchboard::Switchboard& board, Core& core) {
         *handle = component;
         return TV_OK;
     });
-    board.on<&c_scc_vid_set_src_detect_nfy>(
-            [&core](uint32_t handle, c_scc_src_detect_nfy_fct handler, void* tag) -> int32_t {
-                for (size_t window = 0; window < kWindowCount; ++window) {
-                    if (handle != componentHandle(SCC_COMP_VIDEO, window)) continue;
-                    const int32_t result = core.registrations.add(
-                            registration<&c_scc_vid_set_src_detect_nfy>(handle),
-                            reinterpret_cast<Registrations::Function>(handler), tag);
-                    if (result != TV_OK) return result;
-                    core.notifier.post(core.read([&](const ChannelLists& lists) {
-                        return detectionEvent(playingIn(lists, window), window);
-                    }));
-                    return TV_OK;
-                }
-                return TV_NOT_FOUND;
-            });
+    board.on<&c_scc_vid_set_src_detect_nfy>([&](uint32_t handle, c_scc_src_detect_nfy_fct handler,
+                                                void* tag) -> int32_t {
+        for (size_t window = 0; window < kWindowCount; ++window) {
+            if (handle != componentHandle(SCC_COMP_VIDEO, window)) continue;
+            const int32_t result =
+                    core.registrations.add(registration<&c_scc_vid_set_src_detect_nfy>(handle),
+                                           reinterpret_cast<Registrations::Function>(handler), tag);
+            if (result != TV_OK) return result;
+            core.notifier.post(detectionEvent(inputs.pictureIn(window), window));
+            return TV_OK;
+        }
+        return TV_NOT_FOUND;
+    });
 }
 
 }  // namespace television

@@ -8,6 +8,7 @@
 #include "client_text.h"
 #include "dvb_text.h"
 #include "middleware/event.h"
+#include "ratings.h"
 
 namespace television {
 namespace {
@@ -19,9 +20,6 @@ constexpr size_t kMostWindow = 1024;
 /** What a client's buffer holds behind an answer is zeroed, as far as this: a size may be absurd.
  */
 constexpr size_t kMostCleared = size_t{64} * 1024;
-/** The setting of the rating module: the age up to which programmes are free to watch, 0 for all.
- */
-constexpr char kAgeSetting[] = "rating.dvb_age";
 /** The content identifier types of series, as programme information and broadcasts count them. */
 constexpr uint8_t kSeriesTypes[] = {0x02, 0x32};
 
@@ -222,11 +220,6 @@ class Events {
         return TV_OK;
     }
 
-    bool blocked(const GuideEvent& event) const {
-        const int32_t age = mCore.rememberedNumber(kAgeSetting, 0);
-        return age > 0 && event.minimumAge() > age;
-    }
-
     /** Tells of present and following events that have become others. */
     void tick() {
         std::vector<uint32_t> channels = mCore.guide.advance(mCore.clock.utcSeconds());
@@ -385,24 +378,14 @@ void plugDetails(switchboard::Switchboard& board, const EventsPointer& events) {
                     return TV_OK;
                 });
             });
-    board.on<&a_qortvapi_event_get_rating_map>(
-            [=](uint32_t channelId, uint32_t eventId, RATING_MAP_T* map) {
-                return events->with(channelId, eventId, [&](const GuideEvent& event) -> int32_t {
-                    if (!writable(map)) return TV_INVALID_ARGUMENT;
-                    const uint8_t age = event.minimumAge();
-                    for (const EventRating& rating : event.ratings) {
-                        if (age == 0 || rating.minimumAge != age) continue;
-                        copyText(map->s_region, rating.country);
-                        copyText(map->s_dimension, "DVB");
-                        copyText(map->s_rating, "age " + std::to_string(age));
-                        return TV_OK;
-                    }
-                    return TV_NOT_FOUND;
-                });
-            });
+    board.on<&a_qortvapi_event_get_rating_map>([=](uint32_t channelId, uint32_t eventId,
+                                                   RATING_MAP_T* map) {
+        return events->with(channelId, eventId,
+                            [&](const GuideEvent& event) { return putRatingMap(event, map); });
+    });
     board.on<&a_qortvapi_event_check_block>([=](uint32_t channelId, uint32_t eventId) {
         return events->with(channelId, eventId, [&](const GuideEvent& event) -> int32_t {
-            return events->blocked(event) ? 1 : 0;
+            return ratingBlocks(events->core(), event) ? 1 : 0;
         });
     });
 }

@@ -6,6 +6,7 @@
 
 #include "calls.h"
 #include "client_text.h"
+#include "input_sources.h"
 #include "middleware/av_mode.h"
 #include "middleware/screenmode.h"
 #include "middleware/screensaver.h"
@@ -50,7 +51,7 @@ struct Overscan {
     std::array<uint32_t, 4> edges = {};  // guarded by mutex
 };
 
-void plugScreenMode(switchboard::Switchboard& board, Core& core) {
+void plugScreenMode(switchboard::Switchboard& board, Core& core, const InputSources& inputs) {
     board.on<&a_qortvapi_screenmode_get_screen_mode>([&core] { return kScreenMode.get(core); });
     board.on<&a_qortvapi_screenmode_set_screen_mode>(
             [&core](uint16_t mode) { return kScreenMode.set(core, mode); });
@@ -61,11 +62,8 @@ void plugScreenMode(switchboard::Switchboard& board, Core& core) {
         *count = writable(modes) ? kScreenMode.write(modes, *count) : kScreenMode.count;
         return int32_t{TV_OK};
     });
-    board.on<&a_qortvapi_zoom_is_enable>([&core] {
-        const auto playing =
-                core.read([](const ChannelLists& lists) { return playingIn(lists, 0); });
-        return int32_t{playing && playing->hasVideo() ? 1 : 0};
-    });
+    board.on<&a_qortvapi_zoom_is_enable>(
+            [&inputs] { return int32_t{inputs.pictureIn(0).width != 0 ? 1 : 0}; });
 }
 
 void plugOverscan(switchboard::Switchboard& board, Core& core) {
@@ -124,14 +122,11 @@ void plugModes(switchboard::Switchboard& board, Core& core) {
 
 }  // namespace
 
-void plugPicture(switchboard::Switchboard& board, Core& core) {
-    plugScreenMode(board, core);
+void plugPicture(switchboard::Switchboard& board, Core& core, const InputSources& inputs) {
+    plugScreenMode(board, core, inputs);
     plugOverscan(board, core);
     plugModes(board, core);
-    board.on<&a_qortvapi_screensaver_get_msgID>([&core] {
-        return core.read(
-                [](const ChannelLists& lists) { return screenSaverMessage(playingIn(lists, 0)); });
-    });
+    board.on<&a_qortvapi_screensaver_get_msgID>([&inputs] { return inputs.screenMessage(); });
     struct Frozen {
         std::mutex mutex;
         std::array<bool, kWindowCount> windows = {};  // guarded by mutex

@@ -22,6 +22,7 @@ void selectChannel(ChannelLists& lists, size_t window, uint32_t channelId, Chang
     if (current != 0 && current != channelId) lists.previous[window] = current;
     current = channelId;
     lists.stopped[window] = false;
+    lists.source[window] = kTelevisionSource;
     if (window == 0 && otherList) {
         for (const RegistrationKey& key :
              {registration<&a_qortvapi_svlid_update_register_callback>(),
@@ -33,12 +34,20 @@ void selectChannel(ChannelLists& lists, size_t window, uint32_t channelId, Chang
 }
 
 void stopPlaying(ChannelLists& lists, size_t window, Change& change) {
+    if (lists.source[window] != kTelevisionSource) return;
     lists.stopped[window] = true;
     uint32_t& current = lists.current[window];
     if (current == 0) return;
     lists.previous[window] = current;
     current = 0;
     change.selection(lists, window);
+}
+
+void showInput(ChannelLists& lists, size_t window, uint8_t source, Change& change) {
+    stopPlaying(lists, window, change);
+    lists.source[window] = source;
+    lists.stopped[window] = false;
+    change.stored.settings = true;
 }
 
 uint32_t firstShown(const ChannelLists& lists, uint16_t listId) {

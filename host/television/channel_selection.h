@@ -14,9 +14,13 @@ namespace television {
  */
 void selectChannel(ChannelLists& lists, size_t window, uint32_t channelId, Change& change);
 
-/** Ends what plays in a window, until something is selected there; tells of it. To be called within
- * `Core::change`. */
+/** Ends the service that plays in a window, until something is selected there; tells of it. To be
+ * called within `Core::change`. */
 void stopPlaying(ChannelLists& lists, size_t window, Change& change);
+
+/** Shows an input source that is not the television in a window, in place of the service that plays
+ * there. To be called within `Core::change`. */
+void showInput(ChannelLists& lists, size_t window, uint8_t source, Change& change);
 
 // Channel ids; 0 when there is none.
 

@@ -41,7 +41,8 @@ bool sameRecords(const std::vector<Record>& a, const std::vector<Record>& b) {
 /** Selects a channel in place of one that is gone: the first that is shown. */
 void chooseCurrent(ChannelLists& lists) {
     if (lists.current[1] != 0 && lists.listOf(lists.current[1]) == nullptr) lists.current[1] = 0;
-    if (lists.stopped[0] || lists.listOf(lists.current[0]) != nullptr) return;
+    if (lists.stopped[0] || lists.source[0] != kTelevisionSource) return;
+    if (lists.listOf(lists.current[0]) != nullptr) return;
     lists.current[0] = firstShown(lists);
 }
 
@@ -101,12 +102,14 @@ std::string Core::remembered(const std::string& name) const {
     return found == mValues.end() ? std::string() : found->second;
 }
 
-void Core::remember(const std::string& name, const std::string& bytes) {
+void Core::remember(const std::string& name, const std::string& bytes, int32_t note) {
     std::lock_guard<std::mutex> writer(mWriter);
+    std::string before;
     {
         std::unique_lock<std::shared_mutex> lock(mMutex);
         const auto found = mValues.find(name);
-        if (found == mValues.end() ? bytes.empty() : found->second == bytes) return;
+        if (found != mValues.end()) before = found->second;
+        if (before == bytes) return;
         if (bytes.empty()) {
             mValues.erase(found);
         } else {
@@ -114,6 +117,8 @@ void Core::remember(const std::string& name, const std::string& bytes) {
         }
     }
     mStore.saveValue(name, bytes);
+    for (const auto& act : mOnRemembered) act({name, before, bytes, note});
+    tellChange();
 }
 
 size_t Core::rememberedCount(const std::string& prefix) const {
@@ -133,14 +138,19 @@ int32_t Core::rememberedNumber(const std::string& name, int32_t fallback) const 
     return number;
 }
 
-void Core::rememberNumber(const std::string& name, int32_t number) {
-    remember(name, std::to_string(number));
+void Core::rememberNumber(const std::string& name, int32_t number, int32_t note) {
+    remember(name, std::to_string(number), note);
 }
 
 void Core::finish(const Change& change) {
     // Only changes write, and this is the one that runs: the lists stand still here.
     mStore.save(mLists, mIdentities, change.stored);
     for (const Event& event : change.events) notifier.post(event);
+    tellChange();
+}
+
+void Core::tellChange() const {
+    for (const auto& act : mOnChange) act();
 }
 
 bool Core::merge(const ScanResult& scan, const MergeScope& scope,

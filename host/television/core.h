@@ -8,6 +8,7 @@
 #include <shared_mutex>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "clock.h"
 #include "database_lock.h"
@@ -45,6 +46,14 @@ class Change {
 
   private:
     const Reception& mReception;
+};
+
+/** What is remembered under a name became something else; empty bytes: nothing. */
+struct RememberedChange {
+    const std::string& name;
+    const std::string& before;
+    const std::string& after;
+    int32_t note;  ///< as `Core::remember` was given it
 };
 
 /** Copies of a list or of the satellites that a client can go back to. */
@@ -96,14 +105,26 @@ class Core {
     /** Bytes that the television remembers under a name, over restarts too; empty when there are
      * none. Not within `read` or `change`. */
     std::string remembered(const std::string& name) const;
-    /** Remembers bytes under a name; empty ones forget it. Not within `read` or `change`. */
-    void remember(const std::string& name, const std::string& bytes);
+    /** Remembers bytes under a name; empty ones forget it. `note` is for those who watch. Not
+     * within `read` or `change`. */
+    void remember(const std::string& name, const std::string& bytes, int32_t note = 0);
     /** How many of the names that begin with `prefix` are remembered. Not within `read` or
      * `change`. */
     size_t rememberedCount(const std::string& prefix) const;
     /** The same as a number; `fallback` when there is none. */
     int32_t rememberedNumber(const std::string& name, int32_t fallback) const;
-    void rememberNumber(const std::string& name, int32_t number);
+    void rememberNumber(const std::string& name, int32_t number, int32_t note = 0);
+
+    /**
+     * Lets `act` watch what is remembered, or that too and the lists: called after each change, in
+     * the order of the changes, on the thread that makes them and within its change. So it may read
+     * this object and post, but not change this object nor wait for one who does. To be set up
+     * before the first change.
+     */
+    void onRemembered(std::function<void(const RememberedChange&)> act) {
+        mOnRemembered.push_back(std::move(act));
+    }
+    void onChange(std::function<void()> act) { mOnChange.push_back(std::move(act)); }
 
     /**
      * Brings the lists, as far as `scope` goes, into line with a scan, in the television's turn of
@@ -129,6 +150,7 @@ class Core {
 
   private:
     void finish(const Change& change);
+    void tellChange() const;
     void receiveGuide(const struct ScanResult& scan, Change& change);
 
     mutable std::shared_mutex mMutex;
@@ -137,6 +159,8 @@ class Core {
     Identities mIdentities;                      // guarded by mWriter
     Store mStore;                                // guarded by mWriter
     std::map<std::string, std::string> mValues;  // changed with both locks, read with either
+    std::vector<std::function<void(const RememberedChange&)>> mOnRemembered;
+    std::vector<std::function<void()>> mOnChange;
     std::mutex mAnnounceMutex;
     uint32_t mLoads = 0;                             // guarded by mAnnounceMutex
     std::map<RegistrationKey, uint32_t> mAnnounced;  // guarded by mAnnounceMutex

@@ -3,6 +3,8 @@
 #include <iconv.h>
 
 #include <cstring>
+#include <map>
+#include <mutex>
 #include <utility>
 
 namespace television {
@@ -49,8 +51,18 @@ class Converter {
     static constexpr auto kFailed = static_cast<size_t>(-1);
 
     void open() {
+        keepLoaded(mCharset);
         mHandle = iconv_open("UTF-8", mCharset.c_str());
         mState = reinterpret_cast<uintptr_t>(mHandle) == kFailed ? State::kUnknown : State::kOpen;
+    }
+
+    /** Opens the table once for the life of the process: the library behind it is neither loaded
+     * anew for each text nor unloaded while another thread loads one. */
+    static void keepLoaded(const std::string& charset) {
+        static std::mutex mutex;
+        static std::map<std::string, iconv_t> loaded;  // guarded by mutex
+        std::lock_guard<std::mutex> lock(mutex);
+        if (loaded.count(charset) == 0) loaded[charset] = iconv_open("UTF-8", charset.c_str());
     }
 
     const std::string mCharset;

@@ -9,12 +9,14 @@
 #include "middleware/broadcast.h"
 #include "middleware/channellist.h"
 #include "middleware/ci.h"
+#include "middleware/config.h"
 #include "middleware/event.h"
 #include "middleware/ginga.h"
 #include "middleware/highlevel.h"
 #include "middleware/mheg5.h"
 #include "middleware/pcl.h"
 #include "middleware/pwddlg.h"
+#include "middleware/rating.h"
 #include "middleware/record.h"
 #include "middleware/scc.h"
 #include "middleware/screensaver.h"
@@ -51,9 +53,11 @@ static_assert(std::is_same_v<UpdateHandler, a_qortvapi_broadcast_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_apptv_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_audio_info_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_banner_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_config_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_event_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_highlevel_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_pwddlg_nfy_fct>);
+static_assert(std::is_same_v<UpdateHandler, a_qortvapi_rating_nfy_fct>);
 static_assert(std::is_same_v<UpdateHandler, a_qortvapi_subtitle_nfy_fct>);
 
 using Shape = void (*)(const Registrations&, const Event&);

@@ -17,6 +17,9 @@ namespace television {
 
 constexpr size_t kListCount = 3;
 
+/** The input source (middleware/inputsource.h) that is the television itself. */
+constexpr uint8_t kTelevisionSource = 0;
+
 /** What the application changed of a service, and a new scan must not change back. */
 enum OwnField : uint8_t { kOwnName = 1, kOwnNumber = 2, kOwnShown = 4 };
 
@@ -90,9 +93,11 @@ struct ChannelLists {
     std::vector<SATL_REC_T> satellites;  ///< by record id
     std::vector<BSL_REC_T> bissKeys;     ///< by record id
     uint32_t bissVersion = 1;
-    std::array<uint32_t, 2> current = {};  ///< channel ids in the main and the sub window, 0: none
+    std::array<uint32_t, 2> current = {};   ///< channel ids in the main and the sub window, 0: none
     std::array<uint32_t, 2> previous = {};  ///< what was selected there before, listed or not
-    std::array<bool, 2> stopped = {};  ///< nothing plays there because a client wanted it so
+    std::array<bool, 2> stopped = {};       ///< nothing plays there because a client wanted it so
+    std::array<uint8_t, 2> source = {};  ///< id of the input source that is shown there; `current`
+                                         ///< is 0 while it is not the television itself
 
     /** The list with an id; null when there is none. */
     ChannelList* list(uint32_t id);

@@ -56,6 +56,10 @@ VideoFormat videoFormatOf(const Playing& playing) {
     return {720, 576, 25000, false};
 }
 
+VideoFormat videoFormatOf(const std::optional<Playing>& playing) {
+    return playing ? videoFormatOf(*playing) : VideoFormat();
+}
+
 uint32_t audioEncodingOf(const AudioTrack& track) {
     switch (track.streamType) {
         case 0x03:
@@ -106,7 +110,7 @@ void addMainWindowEvents(std::vector<Event>& events, const std::optional<Playing
     const auto audioCount = static_cast<uint32_t>(playing ? playing->tracks.audio.size() : 0);
     const auto subtitleCount =
             static_cast<uint32_t>(playing ? playing->tracks.subtitles.size() : 0);
-    const VideoFormat format = playing ? videoFormatOf(*playing) : VideoFormat();
+    const VideoFormat format = videoFormatOf(playing);
     events.push_back({registration<&a_qortvapi_banner_register_callback>(),
                       BANNER_NFY_CHANGED,
                       {channelId, 0, 0, 0}});
@@ -157,15 +161,14 @@ void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, s
                       BROADCAST_NFY_CHANNEL_CHANGED,
                       {lists.current[window], windowNumber,
                        playing ? uint32_t{playing->service.ui2_svl_id} : 0, 0}});
-    events.push_back(detectionEvent(playing, window));
+    events.push_back(detectionEvent(videoFormatOf(playing), window));
     if (window == 0) addMainWindowEvents(events, playing);
 }
 
-Event detectionEvent(const std::optional<Playing>& playing, size_t window) {
-    const VideoFormat format = playing ? videoFormatOf(*playing) : VideoFormat();
+Event detectionEvent(const VideoFormat& picture, size_t window) {
     return {registration<&c_scc_vid_set_src_detect_nfy>(componentHandle(SCC_COMP_VIDEO, window)),
-            format.width != 0 ? SCC_DETECT_SIGNAL : SCC_DETECT_NO_SIGNAL,
-            {format.width, format.height, 0, 0}};
+            picture.width != 0 ? SCC_DETECT_SIGNAL : SCC_DETECT_NO_SIGNAL,
+            {picture.width, picture.height, 0, 0}};
 }
 
 }  // namespace television

@@ -46,6 +46,7 @@ struct VideoFormat {
     bool progressive = false;
 };
 VideoFormat videoFormatOf(const Playing& playing);
+VideoFormat videoFormatOf(const std::optional<Playing>& playing);
 
 /** AUDIO_ENCODING_… of a track. */
 uint32_t audioEncodingOf(const AudioTrack& track);
@@ -66,6 +67,6 @@ void addSelectionEvents(std::vector<Event>& events, const ChannelLists& lists, s
                         const Tuning& tuning);
 
 /** Tells the video plane of a window whether it has a picture, and its size. */
-Event detectionEvent(const std::optional<Playing>& playing, size_t window);
+Event detectionEvent(const VideoFormat& picture, size_t window);
 
 }  // namespace television

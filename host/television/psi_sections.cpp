@@ -88,14 +88,17 @@ std::vector<uint8_t> makeSection(uint8_t tableId, uint16_t extension, uint8_t ve
                                  uint8_t number, uint8_t last,
                                  const std::vector<uint8_t>& payload) {
     const size_t length = kLongHeader - kSectionStart + payload.size() + kChecksum;
-    std::vector<uint8_t> section = {tableId,
-                                    static_cast<uint8_t>(0xB0 | length >> 8),
-                                    static_cast<uint8_t>(length),
-                                    static_cast<uint8_t>(extension >> 8),
-                                    static_cast<uint8_t>(extension),
-                                    static_cast<uint8_t>(0xC1 | (version & 0x1F) << 1),
-                                    number,
-                                    last};
+    const uint8_t header[kLongHeader] = {tableId,
+                                         static_cast<uint8_t>(0xB0 | length >> 8),
+                                         static_cast<uint8_t>(length),
+                                         static_cast<uint8_t>(extension >> 8),
+                                         static_cast<uint8_t>(extension),
+                                         static_cast<uint8_t>(0xC1 | (version & 0x1F) << 1),
+                                         number,
+                                         last};
+    std::vector<uint8_t> section;
+    section.reserve(sizeof(header) + payload.size() + kChecksum);
+    section.insert(section.end(), header, header + sizeof(header));
     section.insert(section.end(), payload.begin(), payload.end());
     const uint32_t checksum = sectionChecksum({section.data(), section.size()});
     for (int shift = 24; shift >= 0; shift -= 8) {

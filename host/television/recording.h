@@ -22,7 +22,7 @@ class Recording {
     /** `core` outlives this. `streams`: folder of streams; `folder`: of recordings, empty: none;
      * `speed`: as in RecordingTask. */
     Recording(Core& core, const std::string& streams, const std::string& folder, double speed)
-        : library(core, folder),
+        : library(core, folder, streams),
           recorder(core, library, streams, speed),
           schedules(core, recorder),
           timeShift(core) {}

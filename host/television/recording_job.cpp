@@ -38,9 +38,7 @@ class RecordingJob::Input {
     explicit Input(const std::string& path)
         // Without waiting: a pipe with that name must not hold the recording up.
         : mFile(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        if (mFile < 0) {
-            mError = errno;
-        } else if (fstat(mFile, &mStatus) != 0) {
+        if (mFile < 0 || fstat(mFile, &mStatus) != 0) {
             mError = errno;
         } else if (!S_ISREG(mStatus.st_mode)) {
             mError = EINVAL;
@@ -153,7 +151,8 @@ std::optional<RecordingOutcome> RecordingJob::pass(ServiceFilter& filter, Input&
         const uint64_t turn = packet != nullptr ? kPacketsOfATurn : (count - 1) % kPacketsOfATurn;
         const auto outcome = advance(turn * kPacketSize * 8, bitRate);
         if (outcome) return outcome;
-        if (packet == nullptr || input.gone()) break;
+        if (packet == nullptr) break;
+        if (input.gone()) return std::nullopt;  // what is in its place will tell
     }
     if (packets.failed()) {
         LOG_TV_ERROR("the recording {} has no signal: cannot read {}: {}", mFile->path(),

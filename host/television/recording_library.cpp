@@ -62,6 +62,13 @@ std::string nameOf(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
+bool sameFolder(const std::string& a, const std::string& b) {
+    struct stat first = {};
+    struct stat second = {};
+    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 uint64_t parseSize(const std::string& text) {
     return std::strtoull(text.c_str(), nullptr, 10);
 }
@@ -142,13 +149,17 @@ void RecordingFile::finish(int32_t stopReason) {
     note();
 }
 
-RecordingLibrary::RecordingLibrary(Core& core, const std::string& folder)
-    : mCore(core), mFolder(core.remembered(kFolderName)) {
+RecordingLibrary::RecordingLibrary(Core& core, const std::string& folder, std::string streams)
+    : mCore(core), mStreams(std::move(streams)), mFolder(core.remembered(kFolderName)) {
     if (mFolder.empty()) mFolder = folder;
     mLimit = parseSize(core.remembered(kLimitName));
     if (mFolder.size() > kLongestRecordingFolder) {
         LOG_TV_ERROR("the path of the folder of recordings is longer than {} bytes: {}",
                      kLongestRecordingFolder, mFolder);
+        mFolder.clear();
+    }
+    if (sameFolder(mFolder, mStreams)) {
+        LOG_TV_ERROR("recordings cannot be in the folder of streams {}", mFolder);
         mFolder.clear();
     }
     if (!mFolder.empty()) makeFolder();  // what is wrong with it is said when it is needed
@@ -165,7 +176,8 @@ int32_t RecordingLibrary::setFolder(const std::string& path, const RECORD_DEV_PA
     while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
     struct stat status = {};
     if (folder.size() > kLongestRecordingFolder || stat(folder.c_str(), &status) != 0 ||
-        !S_ISDIR(status.st_mode) || access(folder.c_str(), W_OK | X_OK) != 0) {
+        !S_ISDIR(status.st_mode) || access(folder.c_str(), W_OK | X_OK) != 0 ||
+        sameFolder(folder, mStreams)) {
         return TV_INVALID_ARGUMENT;
     }
     {
@@ -384,7 +396,7 @@ std::optional<RecordingInfo> RecordingLibrary::latest() const {
         std::lock_guard<std::mutex> lock(mMutex);
         path = mLatest.value_or("");
     }
-    if (const auto info = byPath(path)) return info;
+    if (auto info = byPath(path)) return info;
     return at(static_cast<int64_t>(count()) - 1);  // the last one of an earlier run
 }
 

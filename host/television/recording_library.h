@@ -55,11 +55,13 @@ class RecordingFile {
  */
 class RecordingLibrary {
   public:
-    /** `core` outlives this. `folder`: used until another one is set; empty: none. */
-    RecordingLibrary(Core& core, const std::string& folder);
+    /** `core` outlives this. `folder`: used until another one is set; empty: none. It is never that
+     * of the streams, where a recording would be received as one. */
+    RecordingLibrary(Core& core, const std::string& folder, std::string streams);
 
     /** Uses another folder, from now on and after a restart. TV_INVALID_ARGUMENT when it is no
-     * folder that can be written, or its path is too long; TV_BUSY while a recording is made. */
+     * folder that can be written, that of the streams, or its path is too long; TV_BUSY while a
+     * recording is made. */
     int32_t setFolder(const std::string& path, const RECORD_DEV_PARAM_T& parameter);
     /** Empty when there is none. */
     std::string folder() const;
@@ -113,6 +115,7 @@ class RecordingLibrary {
     void countUsed();
 
     Core& mCore;
+    const std::string mStreams;
     mutable std::mutex mMutex;
     std::string mFolder;  // guarded by mMutex, as all below
     std::vector<std::weak_ptr<RecordingFile>> mActive;

@@ -31,11 +31,7 @@ class Merge {
   public:
     Merge(const ChannelLists& before, const ScanResult& scan, Identities& identities,
           const MergeScope& scope)
-        : mBefore(before),
-          mScan(scan),
-          mIdentities(identities),
-          mScope(scope),
-          mAfter(before) {}
+        : mBefore(before), mScan(scan), mIdentities(identities), mScope(scope), mAfter(before) {}
 
     ChannelLists run() {
         for (ChannelList& list : mAfter.lists) {

@@ -10,9 +10,9 @@ namespace television {
 /** How far a merge goes. */
 struct MergeScope {
     uint8_t medium = BRDCST_MEDIUM_UNKNOWN;  ///< only the list of that medium; unknown: all
-    bool keepGone = false;      ///< services that the streams no longer carry stay, without streams
-    bool forgetEdits = false;   ///< what the application changed, deleted and chose as favourites is
-                                ///< forgotten
+    bool keepGone = false;     ///< services that the streams no longer carry stay, without streams
+    bool forgetEdits = false;  ///< what the application changed, deleted and chose as favourites is
+                               ///< forgotten
 
     bool covers(uint16_t listId) const {
         return medium == BRDCST_MEDIUM_UNKNOWN || listIdOf(medium) == listId;

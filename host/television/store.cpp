@@ -9,6 +9,7 @@
 
 #include "channel_id.h"
 #include "log.h"
+#include "middleware/inputsource.h"
 
 namespace television {
 namespace {
@@ -31,10 +32,11 @@ constexpr char kSchema[] = R"(
     CREATE TABLE IF NOT EXISTS named(name BLOB PRIMARY KEY, value BLOB) WITHOUT ROWID;
 )";
 
-/** Names of settings: the selected channel of each window and the one before, the pump version of
- * each list. */
+/** Names of settings: the selected channel of each window and the one before, the main one's input
+ * source, the pump version of each list. */
 constexpr int kSettingCurrent = 100;
 constexpr int kSettingPrevious = 102;
+constexpr int kSettingSource = 104;
 constexpr int kSettingPumpVersion = 200;
 
 /** Makes a folder and those above it. False, with errno set, when that fails. */
@@ -200,11 +202,14 @@ void Store::loadRest(ChannelLists& lists, Identities& identities) {
             lists.current[static_cast<size_t>(name - kSettingCurrent)] = value;
         } else if (name == kSettingPrevious || name == kSettingPrevious + 1) {
             lists.previous[static_cast<size_t>(name - kSettingPrevious)] = value;
+        } else if (name == kSettingSource && value < INPUT_SOURCE_COUNT) {
+            lists.source[0] = static_cast<uint8_t>(value);
         } else if (ChannelList* list =
                            lists.list(static_cast<uint32_t>(name - kSettingPumpVersion))) {
             list->pumpVersion = value;
         }
     }
+    if (lists.source[0] != kTelevisionSource) lists.current[0] = 0;
 }
 
 std::map<std::string, std::string> Store::loadValues() {
@@ -329,6 +334,7 @@ void Store::save(const ChannelLists& lists, Identities& identities, const Change
             setting.bind(kSettingCurrent + static_cast<int>(i), lists.current[i]).run();
             setting.bind(kSettingPrevious + static_cast<int>(i), lists.previous[i]).run();
         }
+        setting.bind(kSettingSource, lists.source[0]).run();
         for (const ChannelList& list : lists.lists) {
             setting.bind(kSettingPumpVersion + list.id, list.pumpVersion).run();
         }

@@ -19,7 +19,7 @@ struct Changes {
     std::set<uint16_t> favourites;                     ///< lists whose favourites changed
     bool satellites = false;
     bool bissKeys = false;
-    bool settings = false;  ///< selected channels and those before, pump versions
+    bool settings = false;  ///< what windows show and showed before, pump versions
 
     bool empty() const {
         return lists.empty() && services.empty() && favourites.empty() && !satellites &&

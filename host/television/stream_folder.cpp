@@ -202,8 +202,9 @@ const ParsedMultiplex* StreamFolder::Steps::next() {
 }
 
 ScanResult StreamFolder::Steps::finish() {
-    std::sort(mResult.multiplexes.begin(), mResult.multiplexes.end(),
-              [](const ParsedMultiplex& a, const ParsedMultiplex& b) { return a.source < b.source; });
+    std::sort(
+            mResult.multiplexes.begin(), mResult.multiplexes.end(),
+            [](const ParsedMultiplex& a, const ParsedMultiplex& b) { return a.source < b.source; });
     mFolder.mKnown = std::move(mKnown);
     return std::move(mResult);
 }

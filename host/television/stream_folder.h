@@ -77,8 +77,8 @@ class StreamFolder {
  * meanwhile. */
 class StreamFolder::Steps {
   public:
-    /** `concerns`: whether a multiplex is looked for. Files that did not change since they were read
-     * and are known to carry others take no step; empty: all files take one. */
+    /** `concerns`: whether a multiplex is looked for. Files that did not change since they were
+     * read and are known to carry others take no step; empty: all files take one. */
     explicit Steps(StreamFolder& folder,
                    const std::function<bool(const ParsedMultiplex&)>& concerns = {});
 

@@ -22,6 +22,7 @@
 #include "recording.h"
 #include "stream_folder.h"
 #include "vendor_tmp.h"
+#include "video_paths.h"
 
 namespace television {
 namespace {
@@ -90,6 +91,8 @@ class Television::Parts {
   public:
     explicit Parts(const Options& options)
         : mCore(options.state, options.time, options.streams),
+          mInputs(mCore),
+          mPaths(mCore, mInputs),
           mFolder(options.streams),
           mScan(mCore, mFolder, mLoading, options.scanPause),
           mCam(std::make_shared<CamSlot>(mCore, options.streams)),
@@ -106,10 +109,14 @@ class Television::Parts {
         plugInstallation(mBoard, mCore);
         plugBissKeys(mBoard, mCore);
         plugVolume(mBoard, mCore);
-        plugPicture(mBoard, mCore);
+        plugPicture(mBoard, mCore, mInputs);
         plugCaptions(mBoard, mCore);
         plugContext(mBoard, mCore);
-        plugComponents(mBoard, mCore);
+        plugComponents(mBoard, mCore, mInputs);
+        plugConfiguration(mBoard, mCore, mInputs);
+        plugRatings(mBoard, mCore);
+        plugInputSources(mBoard, mCore, mInputs, mPaths);
+        plugMultiview(mBoard, mPaths);
         plugTracks(mBoard, mCore);
         plugBanner(mBoard, mCore);
         plugTeletext(mBoard, mCore);
@@ -177,6 +184,8 @@ class Television::Parts {
 
   private:
     Core mCore;
+    InputSources mInputs;
+    VideoPaths mPaths;
     StreamFolder mFolder;  // guarded by mLoading
     std::mutex mLoading;
     ChannelScan mScan;

@@ -38,7 +38,7 @@ typedef struct QORTVAPI_AUDIO_APD_TEXT_T {
 } QORTVAPI_AUDIO_APD_TEXT_T;
 
 /* Tracks count from 0 in the order of the program map. available_record writes as many as `*pui4_count` has room for and leaves the number written there; without an array it leaves the number of all. */
-/* This television has no external inputs: what asks of their audio answers TV_NOT_SUPPORTED, as set_data and get_data do. */
+/* The audio of external inputs is not known: what asks of it answers TV_NOT_SUPPORTED, as set_data and get_data do. */
 /* apd_text is the name of a track; the value is its audio type. ad_info is the track for the visually impaired. */
 int32_t a_qortvapi_audio_info_get_current_lanuage(char* ps_language, uint32_t ui4_length);
 int32_t a_qortvapi_audio_info_set_next_lanuage(void);

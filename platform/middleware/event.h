@@ -110,7 +110,7 @@ int32_t a_qortvapi_event_query_event_id_by_range(uint32_t ui4_channel_id, int64_
 int32_t a_qortvapi_event_get_details_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_guidance_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_guidance, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_details_extend_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
-/* 1 when the event is rated for an age above the one that the DVB age setting allows, else 0. */
+/* 1 when the rating settings (rating.h) block the event, else 0: as delivered, only the DVB age setting does, where it is not 0. */
 int32_t a_qortvapi_event_check_block(uint32_t ui4_channel_id, uint32_t ui4_event_id);
 int32_t a_qortvapi_event_get_active_win_channel_num(uint16_t* pui2_count);
 int32_t a_qortvapi_event_get_active_win_list(uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t* pi8_start_time, int64_t* pi8_end_time);

@@ -13,8 +13,16 @@ extern "C" {
 /** What an input is. */
 enum { INPUT_DEVICE_TYPE_TV = 0, INPUT_DEVICE_TYPE_AV = 1, INPUT_DEVICE_TYPE_SCART = 2, INPUT_DEVICE_TYPE_COMPONENT = 3, INPUT_DEVICE_TYPE_VGA = 4, INPUT_DEVICE_TYPE_HDMI = 5 };
 
-/** Input lines of the set. */
+/** Input lines of the set: a GPIO of power control each. TV_NOT_FOUND for SCART_2: there is one SCART. */
 enum { INPUT_GPIO_SCART_1 = 0, INPUT_GPIO_SCART_2 = 1, INPUT_GPIO_HDMI_HPD = 2, INPUT_GPIO_COUNT = 3 };
+
+/** The sources of this set, by id; ids are indices too. */
+enum { INPUT_SOURCE_TV = 0, INPUT_SOURCE_AV = 1, INPUT_SOURCE_SCART_1 = 2, INPUT_SOURCE_COMPONENT = 3, INPUT_SOURCE_VGA = 4, INPUT_SOURCE_HDMI_1 = 5, INPUT_SOURCE_HDMI_2 = 6, INPUT_SOURCE_HDMI_3 = 7, INPUT_SOURCE_HDMI_4 = 8, INPUT_SOURCE_COUNT = 9 };
+
+/** Labels that a source can carry: index 0 is none, then Game, PC, DVD, Blu-ray, Set-top box, Satellite, Cable, Camera, Music. */
+enum { INPUT_LABEL_COUNT = 10 };
+/** The longest name that a viewer can give, in bytes. */
+enum { INPUT_USER_NAME_MAX = 32 };
 
 /** Bits of QORTVAPI_INPUT_SOURCE_RECORD_T::ui4_flags. */
 enum { INPUT_SOURCE_HAS_TUNER = 1 << 0, INPUT_SOURCE_HAS_AUDIO = 1 << 1, INPUT_SOURCE_DIGITAL = 1 << 2 };
@@ -26,7 +34,7 @@ typedef struct QORTVAPI_INPUT_SOURCE_RECORD_T {
     uint8_t ui1_internal_index; /**< among the inputs of its type, from 0 */
     char s_name[33];
     uint32_t ui4_flags;         /**< INPUT_SOURCE_… */
-    uint8_t ui1_connected;
+    uint8_t ui1_connected;      /**< TV: always; others: configuration item input.….connected */
 } QORTVAPI_INPUT_SOURCE_RECORD_T;
 
 /** Two sources that share a plug. */
@@ -35,27 +43,46 @@ typedef struct QORTVAPI_INPUT_SHARE_PIN_RECORD_T {
     uint8_t ui1_other_source_id;
 } QORTVAPI_INPUT_SHARE_PIN_RECORD_T;
 
+/*
+ * A video path is "main" or "sub"; TV_INVALID_ARGUMENT for others. TV_NOT_FOUND for a source, line or pair that there is not.
+ * TV has the signal that its channel's multiplex and service have; another source has one while a device is connected.
+ */
 int32_t a_qortvapi_inputsource_isVideoSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
 int32_t a_qortvapi_inputsource_isAudioSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
 int32_t a_qortvapi_inputsource_get_gpioid_byidx(uint32_t ui4_index, uint32_t* pui4_gpio_id);
+/* The two sources that share the plug: AV and Component. */
 int32_t a_qortvapi_inputsource_get_hybrid_video_internal_id(void);
 int32_t a_qortvapi_inputsource_get_hybrid_comp_internal_id(void);
 int32_t a_qortvapi_inputsource_get_sourcetotalnum(void);
 int32_t a_qortvapi_inputsource_get_sharepinrec_byidx(int32_t i4_index, QORTVAPI_INPUT_SHARE_PIN_RECORD_T* pt_record);
 int32_t a_qortvapi_inputsource_get_sourcerec_byidx(int32_t i4_index, QORTVAPI_INPUT_SOURCE_RECORD_T* pt_record);
 
-/* Names. pc_name has room for 256 characters and ui4_length may say any number: no more is written than both allow, without a NUL where 256 are. */
+/*
+ * Names: what the viewer called the source, else its label, else what it is called on the set. pc_name has room for 256 bytes and
+ * ui4_length may say any number: no more than the smaller of both is written, the NUL included; TV_INVALID_ARGUMENT for 0.
+ */
 int32_t a_qortvapi_inputsource_get_currentsourcename(char* pc_name, uint32_t ui4_length);
 int32_t a_qortvapi_inputsource_get_currentsourcename_bypath(char* pc_name, uint32_t ui4_length, const char* ps_video_path);
 int32_t a_qortvapi_inputsource_get_sourcename_bysourceid(int32_t i4_source_id, char* pc_name, uint32_t ui4_length);
 
-/* Change of source. */
+/*
+ * Change of source, of the main path where none is named. Two sources conflict that the set cannot show at the same time: the same
+ * one, unless it is TV, which has two tuners; two on one plug; two HDMI, for which there is one receiver. Where the source conflicts
+ * with what plays on the other path, the higher priority (0 without one) wins: what plays there is stopped, or the change is refused
+ * with TV_BUSY; of equals the one that is there stays. A source that is blocked is refused with TV_BUSY too. available: 1 where a change
+ * of priority 0 would succeed. A source need not be connected. TV plays the path's last channel; selecting a channel in any other way
+ * brings TV back as well. Main keeps its source over a restart.
+ */
 int32_t a_qortvapi_inputsource_changesource_bysourceid(int32_t i4_source_id);
 int32_t a_qortvapi_inputsource_is_source_available_bysourceidandpath(int32_t i4_source_id, const char* ps_video_path, uint8_t* pui1_available);
 int32_t a_qortvapi_inputsource_changesource_bysourceidandpath(int32_t i4_source_id, const char* ps_video_path);
 int32_t a_qortvapi_inputsource_cs_bysourceidandpathandpriority(int32_t i4_source_id, const char* ps_video_path, uint16_t ui2_priority);
 
-/* State and labels. */
+/*
+ * State and labels; settings outlive a restart. source_block: as it was set; block: the same while lock.inputs is on. A block keeps
+ * from changing to the source; what is shown stays. autodetect: the main path changes to the source, as if with priority 0, when a
+ * device is connected.
+ */
 int32_t a_qortvapi_inputsource_is_block_bysourceid(int32_t i4_source_id, uint8_t* pui1_blocked);
 int32_t a_qortvapi_inputsource_is_source_block_bysourceid(int32_t i4_source_id, uint8_t* pui1_blocked);
 int32_t a_qortvapi_inputsource_is_source_autodetect_bysourceid(int32_t i4_source_id, uint8_t* pui1_autodetect);
@@ -64,12 +91,18 @@ int32_t a_qortvapi_inputsource_set_source_autodetectstatus_bysourceid(int32_t i4
 int32_t a_qortvapi_inputsource_get_source_inputlabelidx_bysourceid(int32_t i4_source_id, uint8_t* pui1_label_index);
 int32_t a_qortvapi_inputsource_set_source_inputlabelidx_bysourceid(int32_t i4_source_id, uint8_t ui1_label_index);
 int32_t a_qortvapi_inputsource_get_userdefname_bysourceid(int32_t i4_source_id, char* pc_name, uint32_t ui4_length);
+/* An empty name takes the viewer's away. TV_INVALID_ARGUMENT for one that is too long or has control characters. */
 int32_t a_qortvapi_inputsource_set_userdefname_bysourceid(int32_t i4_source_id, const char* ps_name);
+/* The index counts among the inputs of the type, from 0. */
 int32_t a_qortvapi_inputsource_get_external_device_has_signal(uint32_t ui4_device_type, int32_t i4_index, uint8_t* pui1_has_signal);
+/* Ends what plays on the path, which keeps its source; it has ended when this returns, in any case. */
 int32_t a_qortvapi_inputsource_sync_stop(const char* ps_video_path, bool b_block);
 int32_t a_qortvapi_inputsource_query_conflict(int32_t i4_source_id, int32_t i4_other_source_id, uint8_t* pui1_conflict);
+/* 0: no HDMI input speaks MHL. */
 int32_t a_qortvapi_inputsource_get_mhl_port_num(uint8_t* pui1_count);
+/* Whether TV is blocked. */
 int32_t a_qortvapi_inputsource_check_menu_tv_block(uint8_t* pui1_blocked);
+/* Autodetect of all SCART sources. */
 int32_t a_qortvapi_inputsource_set_scart_auto_jump(bool b_enabled);
 
 #ifdef __cplusplus

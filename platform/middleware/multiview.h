@@ -12,10 +12,16 @@ extern "C" {
 /** Pictures on the screen. */
 enum { MULTIVIEW_MODE_NORMAL = 0, MULTIVIEW_MODE_PIP = 1, MULTIVIEW_MODE_POP = 2 };
 
-/** What has the focus. */
+/** What has the focus: the keys', or the sound. */
 enum { MULTIVIEW_FOCUS_MAIN = 0, MULTIVIEW_FOCUS_SUB = 1 };
 
-/** Where a video is on the screen, in pixels. */
+/** What a video takes of the set: getVideoResource. */
+enum { MULTIVIEW_RESOURCE_NONE = 0, MULTIVIEW_RESOURCE_TUNER = 1, MULTIVIEW_RESOURCE_ANALOGUE = 2, MULTIVIEW_RESOURCE_DIGITAL = 3 };
+
+/** The screen, for regions. */
+enum { MULTIVIEW_SCREEN_WIDTH = 1920, MULTIVIEW_SCREEN_HEIGHT = 1080 };
+
+/** Where a video is on the screen, in pixels. It has a width and a height, and is on the screen as a whole. */
 typedef struct QORTVAPI_MULTIVIEW_REGION_T {
     uint32_t ui4_x;
     uint32_t ui4_y;
@@ -23,23 +29,36 @@ typedef struct QORTVAPI_MULTIVIEW_REGION_T {
     uint32_t ui4_height;
 } QORTVAPI_MULTIVIEW_REGION_T;
 
+/*
+ * Sources and video paths are those of inputsource.h, and change by its rules, with priority 0. In the normal mode there is no sub video:
+ * to start it or to give it a focus is TV_NOT_FOUND. Changing to the normal mode stops it and gives main both foci. The set is in the
+ * normal mode when it starts.
+ */
 int32_t a_qortvapi_multiview_getPOPTunerFocus(void);
+/* Both foci go to the path that plays the source, main first; TV_NOT_FOUND where none does. */
 int32_t a_qortvapi_multiview_setAudioFocusbySourceid(uint8_t ui1_source_id);
+/* Both foci. */
 int32_t a_qortvapi_multiview_setAudioFocus(const char* ps_video_path);
 int32_t a_qortvapi_multiview_getAudioFocus(void);
 int32_t a_qortvapi_multiview_setNewTvMode(uint8_t ui1_mode);
 int32_t a_qortvapi_multiview_is_source_available_bysourceidandpath(uint8_t ui1_source_id, const char* ps_video_path, uint8_t* pui1_available);
+/* Stopping a video that does not play is no fault. */
 int32_t a_qortvapi_multiview_startMainVideo(uint8_t ui1_source_id, const QORTVAPI_MULTIVIEW_REGION_T* pt_region);
 int32_t a_qortvapi_multiview_startSubVideo(uint8_t ui1_source_id, const QORTVAPI_MULTIVIEW_REGION_T* pt_region);
 int32_t a_qortvapi_multiview_stopMainVideo(void);
 int32_t a_qortvapi_multiview_stopSubVideo(void);
+/* The video stays where it is on the screen. */
 int32_t a_qortvapi_multiview_startVideoWithoutVideoPath(uint8_t ui1_source_id, const char* ps_video_path);
 int32_t a_qortvapi_multiview_stopVideoWithoutVideoPath(const char* ps_video_path);
+/* MULTIVIEW_RESOURCE_…; NONE while nothing plays. */
 int32_t a_qortvapi_multiview_getVideoResource(const char* ps_video_path);
+/* A note for applications: one of them changes a source. */
 int32_t a_qortvapi_multiview_setChgSource(bool b_changing);
 int32_t a_qortvapi_multiview_getChgSource(void);
+/* 1 while the path plays, else 0. Set to 1, it plays its source. */
 int32_t a_qortvapi_multiview_get_video_state(const char* ps_video_path);
 int32_t a_qortvapi_multiview_set_video_state(const char* ps_video_path, bool b_playing);
+/* The focus of the keys, without the sound. */
 int32_t a_qortvapi_multiview_only_chg_focus(const char* ps_video_path);
 
 #ifdef __cplusplus

@@ -38,9 +38,9 @@ TEST_F(IntegrationClients, TwentyBusyClientsAllHearTheSame) {
     const uint32_t last = channels[2].id;
     std::vector<std::unique_ptr<Process>> clients;
     for (size_t i = 0; i < kClients; ++i) {
-        clients.push_back(
-                mStation.startClient({"stress", "--threads", "8", "--count", "notifyBroadcast code=1 ",
-                                      "--until", " arg1=" + std::to_string(last) + " "}));
+        clients.push_back(mStation.startClient({"stress", "--threads", "8", "--count",
+                                                "notifyBroadcast code=1 ", "--until",
+                                                " arg1=" + std::to_string(last) + " "}));
     }
     for (const auto& client : clients) {
         ASSERT_TRUE(eventually([&] { return countOf("ready\n", client->out()) == 1; }))

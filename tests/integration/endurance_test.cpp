@@ -3,8 +3,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-
 #include "qortv/channel_list.h"
 #include "qortv/subscription.h"
 #include "support.h"
@@ -21,11 +19,7 @@ constexpr size_t kSlackKib = 1024;
 class IntegrationEndurance : public testing::Test {
   protected:
     void SetUp() override {
-        // The address sanitizer keeps freed memory to find late uses; it would look like a leak.
-        const char* options = std::getenv("ASAN_OPTIONS");
-        mStation.environment["ASAN_OPTIONS"] =
-                std::string(options == nullptr ? "" : options) +
-                ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
+        mStation.keepNoFreedMemory();
         mStation.environment["QORTV_LOG"] = "info";
         mStation.makeStreams();
         mStation.startAndWait();

@@ -48,7 +48,7 @@ TEST(IntegrationCtl, WrongUsageIsStatusTwoAndNamesTheMistake) {
         EXPECT_EQ(outcome.out, "") << mistake;
         EXPECT_NE(outcome.err.find(mistake), std::string::npos) << outcome.err;
     };
-    expectUsage({}, "a command is needed: list, channels, select, watch or cam");
+    expectUsage({}, "a command is needed, such as channels, zap or now");
     expectUsage({"tune"}, "tune");
     expectUsage({"channels", "--colour"}, "--colour");
     expectUsage({"channels", "--medium", "smoke"}, "smoke");

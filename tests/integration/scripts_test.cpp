@@ -28,8 +28,11 @@ TEST(IntegrationDemo, ShowsEveryStepAndCleansUp) {
     const auto demo = run({kDemo}, environmentOf(folder));
     EXPECT_EQ(demo.status, 0) << demo.err << demo.out;
     EXPECT_EQ(demo.err, "");
-    for (const char* shown : {"\n1. ", "\n2. ", "\n3. ", "\n4. ", "\n5. ", "\n6. ", "Kanał Łódź",
-                              "first: notify", "second: notify", "serviceDied", "\nDone"}) {
+    for (const char* shown :
+         {"\n1. ", "\n2. ", "\n3. ", "\n4. ", "\n5. ", "\n6. ", "\n7. ", "\n8. ", "\n9. ", "\n10. ",
+          "recorded 1 Première: 0:03, ", "Kanał Łódź", "scan complete: 40 services",
+          "locked: 105 Movies 1", "local time: ", "first: notify", "second: notify", "serviceDied",
+          "\nDone"}) {
         EXPECT_NE(demo.out.find(shown), std::string::npos) << shown << " is missing";
     }
     EXPECT_TRUE(isEmpty(folder.path()));
@@ -111,6 +114,8 @@ TEST_F(IntegrationServe, RunsAServiceWithDemoStreamsUntilItIsStopped) {
     const auto channels = run({QORTVCTL, "channels"}, mEnvironment);
     EXPECT_EQ(channels.status, 0) << channels.err;
     EXPECT_NE(channels.out.find("Kanał Łódź"), std::string::npos);
+    const auto recorded = run({QORTVCTL, "record", "Première", "--for", "0.1"}, mEnvironment);
+    EXPECT_EQ(recorded.status, 0) << recorded.err;
 
     script->signal(SIGTERM);
     EXPECT_EQ(script->wait(), 0);

@@ -165,6 +165,12 @@ Station::~Station() {
             written.substr(written.size() > kMost ? written.size() - kMost : 0).c_str());
 }
 
+void Station::keepNoFreedMemory() {
+    const char* options = std::getenv("ASAN_OPTIONS");
+    environment["ASAN_OPTIONS"] = std::string(options == nullptr ? "" : options) +
+                                  ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
+}
+
 void Station::makeStreams() {
     const auto made = run({QORTV_MKSTREAMS, streams()}, {});
     if (made.status != 0) throw std::runtime_error("qortv-mkstreams: " + made.err);
@@ -229,6 +235,11 @@ std::unique_ptr<Process> Station::startCtl(std::vector<std::string> arguments) {
 std::unique_ptr<Process> Station::startClient(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), INTEGRATION_CLIENT);
     return std::make_unique<Process>(arguments, environment);
+}
+
+std::unique_ptr<Process> Station::startViewer(const std::string& role) {
+    return std::make_unique<Process>(std::vector<std::string>{INTEGRATION_VIEWER, role},
+                                     environment);
 }
 
 }  // namespace integration

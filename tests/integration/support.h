@@ -103,6 +103,9 @@ class Station {
     std::string vendorFolder() const { return mFolder / "vendor"; }
 
     void makeStreams();
+    /** Before start(): the address sanitizer keeps freed memory to find late uses, which would look
+     * like a leak. */
+    void keepNoFreedMemory();
     /** Starts the service, without waiting for it. */
     void start();
     /** start(), and waits until registered(). */
@@ -129,6 +132,8 @@ class Station {
     std::unique_ptr<Process> startCtl(std::vector<std::string> arguments);
     /** Starts `integration_client`. */
     std::unique_ptr<Process> startClient(std::vector<std::string> arguments);
+    /** Starts `integration_viewer`. */
+    std::unique_ptr<Process> startViewer(const std::string& role);
 
   private:
     TemporaryFolder mFolder;

@@ -2,56 +2,31 @@
 #pragma once
 
 #include <chrono>
-#include <deque>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <variant>
 
 #include "cam_input.h"
+#include "event_queue.h"
 #include "qortv/cam.h"
 #include "qortv/subscription.h"
+#include "wake_up.h"
 
 namespace qortvctl {
-
-/** Wakes the main thread from poll(), from any thread and from signal handlers. */
-class WakeUp {
-  public:
-    WakeUp();
-    ~WakeUp();
-    WakeUp(const WakeUp&) = delete;
-    WakeUp& operator=(const WakeUp&) = delete;
-
-    int fd() const { return mFd; }
-    void ring() const;
-    /** What was rung for is looked at. */
-    void silence() const;
-
-  private:
-    const int mFd;
-};
 
 /** Keeps what the CAM says until the main thread asks for it. */
 class CamEvents : public qortv::CamListener {
   public:
     /** @param wakeUp rung when there is something; the caller's */
-    explicit CamEvents(const WakeUp& wakeUp) : mWakeUp(wakeUp) {}
+    explicit CamEvents(const WakeUp& wakeUp) : mQueue(wakeUp) {}
 
-    void onCamEvent(const qortv::CamEvent& event) override;
-    void onDisconnected() override;
+    void onCamEvent(const qortv::CamEvent& event) override { mQueue.push(event); }
+    void onDisconnected() override { mQueue.lose(); }
 
-    /** The oldest event that was not taken yet. */
-    std::optional<qortv::CamEvent> take();
-    void forget();
-    /** Whether the service died. */
-    bool lost();
+    EventQueue<qortv::CamEvent>& queue() { return mQueue; }
 
   private:
-    const WakeUp& mWakeUp;
-    std::mutex mMutex;
-    std::deque<qortv::CamEvent> mEvents;
-    bool mLost = false;
+    EventQueue<qortv::CamEvent> mQueue;
 };
 
 /** A conversation with the CAM. One at a time: it takes the signals that end a program. */
@@ -89,7 +64,7 @@ class CamSession {
     Happening wait(bool lines, std::optional<std::chrono::milliseconds> limit);
 
     /** Forgets the events that were not waited for. */
-    void forgetEvents() { mEvents.forget(); }
+    void forgetEvents() { mEvents.queue().forget(); }
 
   private:
     std::optional<Happening> happened(bool lines);
@@ -99,6 +74,7 @@ class CamSession {
     CamEvents mEvents;
     qortv::Subscription mSubscription;
     qortv::Cam mCam;
+    std::optional<Interrupts> mInterrupts;
 };
 
 }  // namespace qortvctl

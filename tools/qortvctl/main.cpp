@@ -4,9 +4,8 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <functional>
-#include <map>
 
+#include "command_line.h"
 #include "commands.h"
 #include "output.h"
 #include "qortv/error.h"
@@ -14,17 +13,22 @@
 namespace {
 
 using namespace qortvctl;
-using std::chrono::milliseconds;
 
 constexpr char kFooter[] = R"(Examples:
   qortvctl list
   qortvctl channels --medium cable
   qortvctl select "World News HD"
+  qortvctl scan --medium cable
+  qortvctl zap +
+  qortvctl now --all
+  qortvctl record 7 --for 60
+  qortvctl config get
   qortvctl watch --for 10
   qortvctl cam
   qortvctl --timeout 30 channels --json
 
-Exit status: 0 done; 1 failed; 2 wrong usage; 3 no service is registered.
+Exit status: 0 done; 1 failed; 2 wrong usage; 3 no service is registered;
+130 a scan was cancelled by Ctrl-C.
 The service is looked for in $QORTV_RUNTIME_DIR, else in $XDG_RUNTIME_DIR/qortv, else in /run/qortv.)";
 
 constexpr char kListFooter[] =
@@ -40,7 +44,8 @@ constexpr char kChannelsFooter[] = R"(Examples:
   qortvctl channels --json | jq -r '.[].name')";
 
 constexpr char kSelectFooter[] =
-        R"(A text that fits several channels selects none of them and fails.
+        R"(A text that fits several channels selects none of them and fails. Does not look whether the channel
+comes in: see zap.
 
 Examples:
   qortvctl select 7
@@ -82,43 +87,6 @@ Exit status: 0 right; 4 wrong; 5 locked.
 Examples:
   qortvctl cam pin
   qortvctl cam pin < pin.txt)";
-
-const std::map<std::string, qortv::Medium> kMedia = {{"terrestrial", qortv::Medium::kTerrestrial},
-                                                     {"cable", qortv::Medium::kCable},
-                                                     {"satellite", qortv::Medium::kSatellite}};
-
-/** Seconds that a person can mean: up to about three years. */
-const CLI::Validator kSeconds = CLI::Range(0.0, 1e8).description("");
-
-/** What the command line says. */
-struct Wanted {
-    Common common;
-    ChannelsOptions channels;
-    SelectOptions select;
-    WatchOptions watch;
-    std::function<int()> command;
-};
-
-/** Adds an option of seconds, which may have a fraction. */
-template <typename Duration>
-void addSeconds(CLI::App& app, const char* name, Duration& duration, const char* description) {
-    app.add_option_function<double>(
-               name,
-               [&duration](double seconds) {
-                   duration = milliseconds{static_cast<milliseconds::rep>(seconds * 1000)};
-               },
-               description)
-            ->check(kSeconds)
-            ->type_name("SECONDS");
-}
-
-void addMedium(CLI::App& command, std::optional<qortv::Medium>& medium) {
-    command.add_option_function<std::string>(
-                   "--medium", [&medium](const std::string& name) { medium = kMedia.at(name); },
-                   "Only channels of this medium")
-            ->check(CLI::IsMember(kMedia))
-            ->type_name("MEDIUM");
-}
 
 void addList(CLI::App& app, Wanted& wanted) {
     auto* command = app.add_subcommand("list", "Show what is registered, and by which process");
@@ -190,7 +158,7 @@ int failed(const char* message, int status) {
 int parseAndRun(int argc, char** argv) {
     Wanted wanted;
     CLI::App app(
-            "The television from the command line: registered interfaces, channels, notifications.",
+            "The television from the command line: channels, scan, guide, clock, notifications.",
             "qortvctl");
     app.footer(kFooter);
     app.fallthrough();  // the options below may stand behind the command too
@@ -207,6 +175,9 @@ int parseAndRun(int argc, char** argv) {
     addSelect(app, wanted);
     addWatch(app, wanted);
     addCam(app, wanted);
+    addViewing(app, wanted);
+    addRecording(app, wanted);
+    addSettings(app, wanted);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) {
@@ -216,8 +187,7 @@ int parseAndRun(int argc, char** argv) {
         return kUsage;
     }
     if (!wanted.command) {
-        return failed("a command is needed: list, channels, select, watch or cam (see --help)",
-                      kUsage);
+        return failed("a command is needed, such as channels, zap or now (see --help)", kUsage);
     }
     return wanted.command();
 }

@@ -1,42 +1,20 @@
 #include <fmt/format.h>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
 
-#include <atomic>
-#include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <mutex>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
 #include "commands.h"
 #include "output.h"
 #include "qortv/subscription.h"
+#include "wake_up.h"
 
 namespace qortvctl {
 
 namespace {
 
-using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-/** Set by the signal handler and by the listener; the main thread sleeps on it. */
-int sWakeUp = -1;
-
-void wakeUp() {
-    const uint64_t one = 1;
-    // The counter of an eventfd that is not read cannot overflow here, so nothing can fail.
-    [[maybe_unused]] const ssize_t written = write(sWakeUp, &one, sizeof one);
-}
-
-void onSignal(int) {
-    const int saved = errno;
-    wakeUp();
-    errno = saved;
-}
 
 std::string toJsonLine(const qortv::Notification& notification) {
     nlohmann::ordered_json fields = nlohmann::ordered_json::object();
@@ -51,7 +29,8 @@ std::string toJsonLine(const qortv::Notification& notification) {
 /** Prints what it hears, up to the count; keeps the first failure to write for the main thread. */
 class Printer : public qortv::Listener {
   public:
-    Printer(bool json, uint64_t count) : mJson(json), mCount(count) {}
+    Printer(const WakeUp& wakeUp, bool json, uint64_t count)
+        : mWakeUp(wakeUp), mJson(json), mCount(count) {}
 
     void onNotification(const qortv::Notification& notification) override {
         std::lock_guard lock(mMutex);
@@ -63,7 +42,7 @@ class Printer : public qortv::Listener {
             mFailure = std::current_exception();
             mDone = true;
         }
-        if (mDone) wakeUp();
+        if (mDone) mWakeUp.ring();
     }
 
     void onDisconnected() override {
@@ -72,6 +51,12 @@ class Printer : public qortv::Listener {
 
     void onConnected() override {
         std::fputs("qortvctl: the service is back, listening again\n", stderr);
+    }
+
+    /** Whether there is nothing more to print. */
+    bool done() {
+        std::lock_guard lock(mMutex);
+        return mDone;
     }
 
     /** Ends the printing; returns how many notifications were printed. */
@@ -83,6 +68,7 @@ class Printer : public qortv::Listener {
     }
 
   private:
+    const WakeUp& mWakeUp;
     const bool mJson;
     const uint64_t mCount;
     std::mutex mMutex;
@@ -91,39 +77,21 @@ class Printer : public qortv::Listener {
     std::exception_ptr mFailure;
 };
 
-/** Sleeps until woken; true when the time passed instead. */
-bool sleepFor(const std::optional<milliseconds>& limit) {
-    const auto end = steady_clock::now() + limit.value_or(milliseconds{0});
-    for (;;) {
-        pollfd waiting = {sWakeUp, POLLIN, 0};
-        milliseconds left{-1};
-        if (limit) left = std::chrono::ceil<milliseconds>(end - steady_clock::now());
-        if (limit && left <= milliseconds{0}) return true;
-        const auto step = std::min<milliseconds::rep>(left.count(), 1000 * 1000);
-        const int ready = poll(&waiting, 1, static_cast<int>(step));
-        if (ready > 0) return false;
-        if (ready < 0 && errno != EINTR) {
-            throw std::system_error(errno, std::generic_category(), "poll");
-        }
-    }
-}
-
 }  // namespace
 
 int watch(const Common& common, const WatchOptions& options) {
-    sWakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    if (sWakeUp < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-    Printer printer(common.json, options.count);
+    const WakeUp wakeUp;
+    Printer printer(wakeUp, common.json, options.count);
     qortv::Subscription subscription(printer, common.timeout);
 
     // From here an interrupt is the ordinary end; before it, it simply ends the process.
-    struct sigaction action = {};
-    action.sa_handler = onSignal;
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    Interrupts interrupts(wakeUp);
     std::fputs("qortvctl: listening\n", stderr);
+    const auto end =
+            options.limit ? steady_clock::now() + *options.limit : steady_clock::time_point::max();
 
-    const bool timeIsUp = sleepFor(options.limit);
+    bool timeIsUp = false;
+    while (!timeIsUp && !printer.done() && !interrupts.take()) timeIsUp = !wakeUp.waitUntil(end);
     const uint64_t heard = printer.finish();
     if (timeIsUp && heard < options.count) {
         fmt::print(stderr, "qortvctl: heard {} of {} notifications in {} s\n", heard, options.count,

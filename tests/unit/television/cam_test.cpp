@@ -608,7 +608,9 @@ TEST_F(TelevisionCam, ManyThreadsTalkWhileItGoesInAndOut) {
                 choose(state.ui4_id, 4);
                 answer(state.ui4_id + 1, u"4711");
                 enterPin("0000");
-                if (i == 0) EXPECT_EQ(moveSlot(round % 2), TV_OK);
+                if (i == 0) {
+                    EXPECT_EQ(moveSlot(round % 2), TV_OK);
+                }
             }
         });
     }

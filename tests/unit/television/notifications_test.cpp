@@ -119,9 +119,8 @@ TEST_F(TelevisionNotifications, SelectionIsToldInOrder) {
         for (const uint64_t status : {BROADCAST_TUNING_SEARCHING, BROADCAST_TUNING_LOCKED}) {
             expected.push_back({"broadcast", BROADCAST_NFY_TUNING, {9, status, 0, id, window}});
         }
-        expected.push_back({"broadcast",
-                            BROADCAST_NFY_CHANNEL_CHANGED,
-                            {9, id, window, SVL_ID_CABLE, 0}});
+        expected.push_back(
+                {"broadcast", BROADCAST_NFY_CHANNEL_CHANGED, {9, id, window, SVL_ID_CABLE, 0}});
     }
     EXPECT_EQ(log.wait("broadcast", expected.size()), expected);
     const auto contexts = log.wait("context", 2);

@@ -1,0 +1,215 @@
+#include "qortv/configuration.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+#include "answers.h"
+#include "middleware/config.h"
+#include "middleware/result_codes.h"
+
+namespace qortv {
+
+namespace {
+
+constexpr int16_t kNoFlag = 0;
+
+/** The group is the first word of the key. */
+int16_t groupOf(const std::string& key) {
+    const std::string word = key.substr(0, key.find('.'));
+    if (word == "picture") return CONFIG_GROUP_PICTURE;
+    if (word == "sound") return CONFIG_GROUP_SOUND;
+    if (word == "setup") return CONFIG_GROUP_SETUP;
+    if (word == "lock") return CONFIG_GROUP_LOCK;
+    return CONFIG_GROUP_GENERAL;
+}
+
+/** CRC-32 as in zip files: what notifications call a key. */
+uint32_t checksum(const std::string& key) {
+    uint32_t crc = UINT32_MAX;
+    for (const char c : key) {
+        crc ^= static_cast<unsigned char>(c);
+        for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320U : crc >> 1;
+    }
+    return ~crc;
+}
+
+/** Throws, naming the key, when the television refused something; else answers the number. */
+int32_t acceptedFor(const std::string& key, int32_t result) {
+    if (result == TV_NOT_FOUND) {
+        throw Error(Error::Kind::kRefused, "there is no setting '" + key + "'");
+    }
+    return accepted(result, "take or tell setting '" + key + "'");
+}
+
+std::vector<std::string> split(const std::string& names) {
+    std::vector<std::string> found;
+    for (size_t at = 0; at < names.size();) {
+        const size_t end = std::min(names.find(',', at), names.size());
+        found.push_back(names.substr(at, end - at));
+        at = end + 1;
+    }
+    return found;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const auto& name : names) text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
+}  // namespace
+
+std::string ConfigurationItem::text() const {
+    if (isText()) return std::get<std::string>(value);
+    const int32_t number = std::get<int32_t>(value);
+    const int64_t place = int64_t{number} - least;
+    if (place >= 0 && place < static_cast<int64_t>(choices.size())) {
+        return choices[static_cast<size_t>(place)];
+    }
+    return std::to_string(number);
+}
+
+std::string ConfigurationItem::canBe() const {
+    if (isText()) return "text";
+    if (!choices.empty()) return joined(choices);
+    return std::to_string(least) + " to " + std::to_string(greatest);
+}
+
+Configuration::Configuration(android::sp<Interface> proxy) : mProxy(std::move(proxy)) {}
+
+ConfigurationValue Configuration::get(const std::string& key) {
+    ConfigurationValue value;
+    int32_t result = 0;
+    check(mProxy->a_hidl_a_qortvapi_config_get_value(groupOf(key), key,
+                                                     [&](int32_t number, int32_t code) {
+                                                         value = number;
+                                                         result = code;
+                                                     }),
+          "config_get_value");
+    if (result == TV_NOT_SUPPORTED) {
+        check(mProxy->a_hidl_a_qortvapi_config_get_str_value(
+                      key,
+                      [&](const auto& text, uint32_t, int32_t code) {
+                          value = validUtf8(text.c_str());
+                          result = code;
+                      }),
+              "config_get_str_value");
+    }
+    acceptedFor(key, result);
+    return value;
+}
+
+ConfigurationItem Configuration::item(const std::string& key) {
+    ConfigurationItem item;
+    item.key = key;
+    item.value = get(key);
+    const int16_t group = groupOf(key);
+    const auto isSo = [&](const android::hardware::Return<int32_t>& answer, const char* method) {
+        return acceptedFor(key, valueOf(answer, method)) != 0;
+    };
+    item.visible = isSo(mProxy->a_hidl_a_qortvapi_config_is_visible(group, key), "is_visible");
+    item.enabled = isSo(mProxy->a_hidl_a_qortvapi_config_is_enabled(group, key), "is_enabled");
+    if (item.isText()) return item;
+    int32_t result = 0;
+    check(mProxy->a_hidl_a_qortvapi_config_get_minmaxvalue(
+                  group, key,
+                  [&](int32_t bounds, int32_t code) {
+                      item.least = static_cast<int16_t>(bounds & 0xFFFF);
+                      item.greatest = static_cast<int16_t>(bounds >> 16 & 0xFFFF);
+                      result = code;
+                  }),
+          "config_get_minmaxvalue");
+    acceptedFor(key, result);
+    check(mProxy->a_hidl_a_qortvapi_config_get_items_enabled(
+                  group, key,
+                  [&](const auto& names, uint32_t, int32_t, int32_t code) {
+                      if (code >= 0) item.choices = split(validUtf8(names.c_str()));
+                      result = code == TV_NOT_SUPPORTED ? TV_OK : code;
+                  }),
+          "config_get_items_enabled");
+    acceptedFor(key, result);
+    return item;
+}
+
+void Configuration::set(const std::string& key, int32_t value) {
+    const int32_t result =
+            valueOf(mProxy->a_hidl_a_qortvapi_config_set_value(groupOf(key), key, value, kNoFlag),
+                    "config_set_value");
+    if (result == TV_INVALID_ARGUMENT) {
+        throw Error(Error::Kind::kRefused,
+                    key + " can be " + item(key).canBe() + ", not " + std::to_string(value));
+    }
+    acceptedFor(key, result);
+}
+
+void Configuration::set(const std::string& key, const std::string& value) {
+    const int32_t result = valueOf(mProxy->a_hidl_a_qortvapi_config_set_str_value(key, value),
+                                   "config_set_str_value");
+    if (result == TV_INVALID_ARGUMENT) {
+        throw Error(Error::Kind::kRefused, key + " cannot be '" + validUtf8(value) + "'");
+    }
+    acceptedFor(key, result);
+}
+
+void Configuration::setText(const std::string& key, const std::string& text) {
+    const ConfigurationItem known = item(key);
+    if (known.isText()) return set(key, text);
+    const auto choice = std::find(known.choices.begin(), known.choices.end(), text);
+    if (choice != known.choices.end()) {
+        return set(key, known.least + static_cast<int32_t>(choice - known.choices.begin()));
+    }
+    int32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    if (text.empty() || read.ec != std::errc() || read.ptr != end) {
+        throw Error(Error::Kind::kArgument,
+                    key + " can be " + known.canBe() + ", not '" + validUtf8(text) + "'");
+    }
+    set(key, number);
+}
+
+ConfigurationWatch::ConfigurationWatch(const Configuration& configuration,
+                                       std::vector<std::string> keys)
+    : mProxy(configuration.mProxy) {
+    try {
+        for (auto& key : keys) {
+            acceptedFor(key,
+                        valueOf(mProxy->a_hidl_a_qortvapi_config_add_value_changed_callback(key),
+                                "config_add_value_changed_callback"));
+            mKeys.push_back(std::move(key));
+        }
+    } catch (...) {
+        removeAll();
+        throw;
+    }
+}
+
+ConfigurationWatch::~ConfigurationWatch() {
+    removeAll();
+}
+
+void ConfigurationWatch::removeAll() {
+    for (const auto& key : mKeys) {
+        // Without the service there is nothing left to remove.
+        static_cast<void>(
+                mProxy->a_hidl_a_qortvapi_config_remove_value_changed_callback(key).isOk());
+    }
+}
+
+ConfigurationListener::ConfigurationListener(const std::vector<std::string>& keys) {
+    for (const auto& key : keys) mKeys.emplace(checksum(key), key);
+}
+
+void ConfigurationListener::notifyConfig(int32_t code, uint64_t tag, uint64_t arg1, uint64_t arg2,
+                                         uint64_t arg3, uint64_t arg4) {
+    const auto key = mKeys.find(static_cast<uint32_t>(arg1));
+    if (code != CONFIG_NFY_VALUE_CHANGED || key == mKeys.end()) {
+        return Listener::notifyConfig(code, tag, arg1, arg2, arg3, arg4);
+    }
+    // The middleware hands numbers of 32 bits on as pointers.
+    onConfigurationChange({key->second, static_cast<int32_t>(arg3), static_cast<uint32_t>(arg4)});
+}
+
+}  // namespace qortv
