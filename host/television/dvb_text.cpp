@@ -60,7 +60,8 @@ class Converter {
      * anew for each text nor unloaded while another thread loads one. */
     static void keepLoaded(const std::string& charset) {
         static std::mutex mutex;
-        static std::map<std::string, iconv_t> loaded;  // guarded by mutex
+        // Guarded by the mutex, and never destroyed: threads may convert until the process ends.
+        static auto& loaded = *new std::map<std::string, iconv_t>;
         std::lock_guard<std::mutex> lock(mutex);
         if (loaded.count(charset) == 0) loaded[charset] = iconv_open("UTF-8", charset.c_str());
     }

@@ -31,8 +31,8 @@ struct Options {
     bool watch = true;  ///< load anew when the folder changes
     std::chrono::milliseconds scanPause{100};   ///< of a scan at each multiplex, as a tuner's
     std::chrono::milliseconds digitTime{2000};  ///< without another digit before those typed select
-    std::string recordings;    ///< folder of recordings, made when missing; empty: none
-    double recordingSpeed = 1;  ///< times real time; 0: without waiting
+    std::string recordings;         ///< folder of recordings, made when missing; empty: none
+    double recordingSpeed = 1;      ///< times real time; 0: without waiting
     std::function<int64_t()> time;  ///< stands in for the machine's clocks: milliseconds since 1970
                                     ///< UTC, from any thread; empty: those of the machine
 

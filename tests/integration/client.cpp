@@ -31,7 +31,7 @@ void say(const std::string& line) {
     std::fflush(stdout);
 }
 
-/** Counts the notifications whose text contains one text, until one contains another. */
+/** Counts the notifications whose text contains one text, until one of them contains another. */
 class Counter : public qortv::Listener {
   public:
     Counter(std::string counted, std::string last)
@@ -39,8 +39,8 @@ class Counter : public qortv::Listener {
 
     void onNotification(const qortv::Notification& notification) override {
         const std::string text = toString(notification);
-        if (mDone) return;
-        if (text.find(mCounted) != std::string::npos) ++mCount;
+        if (mDone || text.find(mCounted) == std::string::npos) return;
+        ++mCount;
         if (text.find(mLast) != std::string::npos) mDone = true;
     }
 

@@ -1,9 +1,10 @@
 // Input sources and picture-and-picture as an application sees them.
 #include "middleware/inputsource.h"
 
+#include <sqlite3.h>
+
 #include <thread>
 
-#include "core.h"
 #include "event_log.h"
 #include "middleware/broadcast.h"
 #include "middleware/config.h"
@@ -337,6 +338,24 @@ TEST_F(TelevisionInputs, TheMainSourceOutlivesARestart) {
     EXPECT_EQ(change(INPUT_SOURCE_TV), TV_OK);
     EXPECT_EQ(currentChannel(), one);
     restart();
+    EXPECT_EQ(current(), "TV");
+    EXPECT_EQ(currentChannel(), one);
+}
+
+TEST_F(TelevisionInputs, ASourceThatThereIsNotIsTheTelevision) {
+    startWithDemo();
+    const uint32_t one = currentChannel();
+    EXPECT_NE(one, 0u);
+    EXPECT_EQ(change(INPUT_SOURCE_HDMI_4), TV_OK);
+    tv.reset();
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open((options.state + "/qortv.db").c_str(), &database), SQLITE_OK);
+    const std::string damage =
+            "UPDATE settings SET value=200 WHERE value=" + std::to_string(INPUT_SOURCE_HDMI_4);
+    EXPECT_EQ(sqlite3_exec(database, damage.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(sqlite3_changes(database), 1);
+    sqlite3_close(database);
+    start();
     EXPECT_EQ(current(), "TV");
     EXPECT_EQ(currentChannel(), one);
 }
