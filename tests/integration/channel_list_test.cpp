@@ -200,7 +200,7 @@ TEST_F(IntegrationChannelList, ARegionThatIsTooShortFailsTheReadAndNothingElse) 
 TEST_F(IntegrationChannelList, EveryReadGivesItsDescriptorsBack) {
     ChannelList list(mProxy);
     const size_t channels = list.read().size();
-    const size_t before = mStation.descriptors();
+    const size_t before = mStation.idleDescriptors();
     for (int i = 0; i < 100; ++i) ASSERT_EQ(list.read().size(), channels);
     EXPECT_EQ(mStation.descriptors(), before);
 }

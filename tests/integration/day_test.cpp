@@ -38,7 +38,7 @@ class IntegrationDay : public testing::Test {
         mStation.startAndWait();
         mStation.enter();
         mRecord = qortv::connect<IQorTvApiRecord>(kPatience);
-        mIdle = mStation.descriptors();
+        mIdle = mStation.idleDescriptors();
         for (const char* role : {"scanner", "zapper", "reader", "recorder"}) {
             mViewers[role] = mStation.startViewer(role);
         }

@@ -56,7 +56,7 @@ TEST_F(IntegrationEndurance, ManyCallsLeaveNothingBehind) {
         }
     };
     call(10'000);
-    const size_t descriptors = mStation.descriptors();
+    const size_t descriptors = mStation.idleDescriptors();
     const size_t resident = mStation.residentKib();
     call(100'000);
     EXPECT_EQ(mStation.descriptors(), descriptors);
@@ -66,7 +66,7 @@ TEST_F(IntegrationEndurance, ManyCallsLeaveNothingBehind) {
 }
 
 TEST_F(IntegrationEndurance, ManyClientsLeaveNothingBehind) {
-    const size_t idle = mStation.descriptors();
+    const size_t idle = mStation.idleDescriptors();
     ASSERT_EQ(mStation.startClient({"lives", "100"})->wait(), 0);
     ASSERT_TRUE(eventually([&] { return mStation.descriptors() == idle; }))
             << mStation.descriptors() << " descriptors instead of " << idle;

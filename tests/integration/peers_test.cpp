@@ -191,7 +191,7 @@ class IntegrationPeers : public testing::Test {
 
 TEST_F(IntegrationPeers, WhoBreaksTheRulesIsHungUpOnWithOneLine) {
     linesAfter(attacks().front());  // whatever is opened once and kept is open now
-    const size_t descriptors = mStation.descriptors();
+    const size_t descriptors = mStation.idleDescriptors();
     for (const auto& attack : attacks()) {
         SCOPED_TRACE(attack.name);
         size_t lines = 0;

@@ -197,7 +197,7 @@ void Station::startBareAndWait() {
 }
 
 bool Station::registered() {
-    return countOf("register QorTvApiChannelListImpl", log()) > 0;
+    return countOf("register IQorTvApiCI as service", log()) > 0;
 }
 
 bool Station::waitForLog(const std::string& text, size_t times) {
@@ -208,6 +208,21 @@ size_t Station::descriptors() {
     const std::string folder = "/proc/" + std::to_string(service().pid()) + "/fd";
     std::filesystem::directory_iterator open(folder);
     return static_cast<size_t>(std::distance(begin(open), end(open)));
+}
+
+size_t Station::idleDescriptors() {
+    using std::chrono::steady_clock;
+    size_t count = descriptors();
+    auto since = steady_clock::now();
+    const bool quiet = eventually([&] {
+        if (const size_t now = descriptors(); now != count) {
+            count = now;
+            since = steady_clock::now();
+        }
+        return steady_clock::now() - since > std::chrono::milliseconds(500);
+    });
+    if (!quiet) throw std::runtime_error("the service's descriptors come and go");
+    return count;
 }
 
 size_t Station::residentKib() {

@@ -112,7 +112,7 @@ class Station {
     void startAndWait();
     /** A service without a television, up at once: for what needs no channels. */
     void startBareAndWait();
-    /** Whether the channel list is registered: of the interfaces that tests use, the last. */
+    /** Whether the last of the interfaces is registered. */
     bool registered();
     Process& service() { return *mService; }
 
@@ -121,6 +121,9 @@ class Station {
     bool waitForLog(const std::string& text, size_t times = 1);
     /** Entries of /proc/PID/fd. */
     size_t descriptors();
+    /** descriptors() once it stays the same for half a second: what an idle service keeps open,
+     * without the connections that still come and go at the start. */
+    size_t idleDescriptors();
     /** VmRSS in KiB. */
     size_t residentKib();
 
