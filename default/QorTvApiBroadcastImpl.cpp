@@ -264,7 +264,7 @@ Return<void> QorTvApiBroadcastImpl::a_hidl_a_qortvapi_broadcast_strm_is_orig_scr
         a_hidl_a_qortvapi_broadcast_strm_is_orig_scramble_cb _hidl_cb) {
     TVAPI_DEBUG("Enter.");
     return answerFlag(_hidl_cb, a_qortvapi_broadcast_strm_is_orig_scramble, ContextName(context),
-                      static_cast<uint32_t>(stream_type));
+                      static_cast<QORTVAPI_STREAM_TYPE_T>(stream_type));
 }
 
 Return<int32_t> QorTvApiBroadcastImpl::a_hidl_a_qortvapi_broadcast_change_freq(

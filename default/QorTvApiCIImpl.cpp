@@ -312,13 +312,13 @@ Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_query(
 Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_query_exist(
         a_hidl_a_qortvapi_ci_key_query_exist_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    return answer(_hidl_cb, a_qortvapi_ci_key_query_exist);
+    return answerFlag(_hidl_cb, a_qortvapi_ci_key_query_exist);
 }
 
 Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_query_exist_ex(
         uint32_t key, a_hidl_a_qortvapi_ci_key_query_exist_ex_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    return answer(_hidl_cb, a_qortvapi_ci_key_query_exist_ex, key);
+    return answerFlag(_hidl_cb, a_qortvapi_ci_key_query_exist_ex, key);
 }
 
 Return<int32_t> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_update() {

@@ -254,9 +254,9 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_ginga_getApplicationInfo_ex(
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_ginga_is_enable_screen_mode(
         bool query, a_hidl_a_qortvapi_ginga_is_enable_screen_mode_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    bool enabled = false;
+    uint8_t enabled = 0;
     const int32_t result = a_qortvapi_ginga_is_enable_screen_mode(query, &enabled);
-    _hidl_cb(result, enabled);
+    _hidl_cb(result, enabled != 0);
     return Void();
 }
 

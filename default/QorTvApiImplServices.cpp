@@ -25,11 +25,6 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** The part of `size` that the client did send: the middleware reads no further. */
-uint32_t sentOf(uint32_t size, const hidl_vec<uint8_t>& data) {
-    return std::min<uint32_t>(size, data.size());
-}
-
 /** Reads the audio records of which the middleware takes a count and reports it back; with a count
  * of 0 only the report is asked for. */
 void answerAudioRecords(
@@ -404,7 +399,7 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_audio_info_set_data(uint32_t id,
                                                                     const hidl_vec<uint8_t>& data,
                                                                     uint32_t size) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_audio_info_set_data(id, data.data(), sentOf(size, data));
+    return a_qortvapi_audio_info_set_data(id, SentArray(data, size).data(), size);
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_audio_info_get_data(
@@ -432,7 +427,7 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_videoinfo_set_data(uint32_t id,
                                                                    const hidl_vec<uint8_t>& data,
                                                                    uint32_t size) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_videoinfo_set_data(id, data.data(), sentOf(size, data));
+    return a_qortvapi_videoinfo_set_data(id, SentArray(data, size).data(), size);
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_videoinfo_get_data(

@@ -76,8 +76,7 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_util_set(const hidl_string& name
                                                          const hidl_vec<uint8_t>& data,
                                                          uint64_t size) {
     TVAPI_DEBUG("%s", __func__);
-    const uint64_t sent = std::min<uint64_t>(size, data.size());  // the middleware reads no further
-    return a_qortvapi_util_set(name.c_str(), kind, data.data(), sent);
+    return a_qortvapi_util_set(name.c_str(), kind, SentArray(data, size).data(), size);
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_util_get(const hidl_string& name, int32_t kind,
@@ -254,7 +253,7 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_av_mode_get_number_sound_effect(
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_banner_get_item_state(
         int32_t item, int32_t index, a_hidl_a_qortvapi_banner_get_item_state_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    return answer(_hidl_cb, a_qortvapi_banner_get_item_state, item, index);
+    return answerFlag(_hidl_cb, a_qortvapi_banner_get_item_state, item, index);
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_banner_get_item_id(
@@ -443,13 +442,13 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_oad_clear_version() {
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_start(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type, bool force) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_start(static_cast<uint32_t>(type), force);
+    return a_qortvapi_upgrade_start(static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type), force);
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_trigger(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_trigger(static_cast<uint32_t>(type));
+    return a_qortvapi_upgrade_trigger(static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_get_firmware_info(
@@ -473,39 +472,43 @@ Return<void> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_get_item_info(
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_start_download_firmware(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type, const hidl_string& url, const hidl_string& path) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_start_download_firmware(static_cast<uint32_t>(type), url.c_str(),
-                                                      path.c_str());
+    return a_qortvapi_upgrade_start_download_firmware(
+            static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type), url.c_str(), path.c_str());
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_cancel_download_firmware(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_cancel_download_firmware(static_cast<uint32_t>(type));
+    return a_qortvapi_upgrade_cancel_download_firmware(
+            static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_start_reboot_upgrade(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_start_reboot_upgrade(static_cast<uint32_t>(type));
+    return a_qortvapi_upgrade_start_reboot_upgrade(
+            static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_query_upgrade_result(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_query_upgrade_result(static_cast<uint32_t>(type));
+    return a_qortvapi_upgrade_query_upgrade_result(
+            static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<void> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_is_supported(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type,
         a_hidl_a_qortvapi_upgrade_is_supported_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    return answer(_hidl_cb, a_qortvapi_upgrade_is_supported, static_cast<uint32_t>(type));
+    return answerFlag(_hidl_cb, a_qortvapi_upgrade_is_supported,
+                      static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_check_update(
         HIDL_QORTVAPI_UPGRADE_DLIVRY_TYPE_T type) {
     TVAPI_DEBUG("%s", __func__);
-    return a_qortvapi_upgrade_check_update(static_cast<uint32_t>(type));
+    return a_qortvapi_upgrade_check_update(static_cast<QORTVAPI_UPGRADE_DLIVRY_TYPE_T>(type));
 }
 
 Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_set(HIDL_QORTVAPI_UPGRADE_SET_TYPE_T type,
@@ -513,9 +516,9 @@ Return<int32_t> QorTvApiImpl::a_hidl_a_qortvapi_upgrade_set(HIDL_QORTVAPI_UPGRAD
                                                             uint32_t count,
                                                             const hidl_vec<uint32_t>& values) {
     TVAPI_DEBUG("%s", __func__);
-    // The middleware reads a value for each id, and no further than what was sent of both.
-    const uint32_t sent = std::min<size_t>({count, ids.size(), values.size()});
-    return a_qortvapi_upgrade_set(static_cast<uint32_t>(type), ids.data(), sent, values.data());
+    return a_qortvapi_upgrade_set(static_cast<QORTVAPI_UPGRADE_SET_TYPE_T>(type),
+                                  SentArray(ids, count).data(), count,
+                                  SentArray(values, count).data());
 }
 
 // Configuration files and system properties.

@@ -68,7 +68,8 @@ Return<void> QorTvApiInputSrcImpl::a_hidl_a_qortvapi_inputsource_isAudioSignalAv
 Return<void> QorTvApiInputSrcImpl::a_hidl_a_qortvapi_inputsource_get_gpioid_byidx(
         HIDL_INPUT_GPIO_T_IDX index, a_hidl_a_qortvapi_inputsource_get_gpioid_byidx_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    return answer(_hidl_cb, a_qortvapi_inputsource_get_gpioid_byidx, static_cast<uint32_t>(index));
+    return answer(_hidl_cb, a_qortvapi_inputsource_get_gpioid_byidx,
+                  static_cast<INPUT_GPIO_T_IDX>(index));
 }
 
 Return<int32_t> QorTvApiInputSrcImpl::a_hidl_a_qortvapi_inputsource_get_hybrid_video_internal_id() {
@@ -233,7 +234,7 @@ Return<void> QorTvApiInputSrcImpl::a_hidl_a_qortvapi_inputsource_get_external_de
         a_hidl_a_qortvapi_inputsource_get_external_device_has_signal_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
     return answerFlag(_hidl_cb, a_qortvapi_inputsource_get_external_device_has_signal,
-                      static_cast<uint32_t>(device_type), index);
+                      static_cast<INPUT_DEVICE_TYPE_T>(device_type), index);
 }
 
 Return<int32_t> QorTvApiInputSrcImpl::a_hidl_a_qortvapi_inputsource_sync_stop(

@@ -84,7 +84,7 @@ Return<int32_t> QorTvApiTimeshiftImpl::a_hidl_a_qortvapi_timeshift_set_play_befo
 
 Return<int32_t> QorTvApiTimeshiftImpl::a_hidl_a_qortvapi_timeshift_stop_ex(
         HIDL_TIMESHIFT_STOP_FLAG flag) {
-    return a_qortvapi_timeshift_stop_ex(static_cast<uint32_t>(flag));
+    return a_qortvapi_timeshift_stop_ex(static_cast<TIMESHIFT_STOP_FLAG>(flag));
 }
 
 }  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

@@ -5,8 +5,9 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
 void* zeroedMemory(int64_t count, size_t size) {
-    const bool fits = count >= 0 && static_cast<uint64_t>(count) <= UINT32_MAX / size;
-    return fits ? calloc(count * size + 1, 1) : nullptr;
+    if (count < 0 || static_cast<uint64_t>(count) > UINT32_MAX / size) return nullptr;
+    const uint64_t bytes = static_cast<uint64_t>(count) * size + 1;
+    return bytes <= UINT32_MAX ? calloc(bytes, 1) : nullptr;
 }
 
 void endForLackOfMemory(int64_t count, size_t size, const char* method) {

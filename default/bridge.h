@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -26,7 +27,7 @@ using ::android::hardware::Return;
 using ::android::hardware::Void;
 
 /** Zeroed memory for `count` elements of `size` bytes, with a byte of 0 behind it, to free(); null
- * where there is none. */
+ * where there is none, and where it would be more than 32 bits can say. */
 void* zeroedMemory(int64_t count, size_t size);
 
 /** Ends the process: there is no memory for an array that `method` cannot do without. */
@@ -88,6 +89,8 @@ class CallerArray {
     CallerArray& operator=(const CallerArray&) = delete;
 
     T* data() const { return mData; }
+    /** Frees it before its time. */
+    void clear() { free(std::exchange(mData, nullptr)); }
     /**
      * How many elements to answer with when the middleware reports `reported`. It may know of more
      * than were asked for and report them all: the client learns the number, and gets what there is
@@ -98,6 +101,29 @@ class CallerArray {
   private:
     int64_t mCount;
     T* mData;
+};
+
+/**
+ * What a client sent beside a number of its own of how many there are. The middleware is told that
+ * number and may read as many: where fewer were sent, it gets a copy with zeros behind them.
+ */
+template <typename T>
+class SentArray {
+  public:
+    SentArray(const hidl_vec<T>& values, uint64_t count, const char* method = __builtin_FUNCTION())
+        : mData(values.data()) {
+        if (count <= values.size()) return;
+        mPadded.emplace(static_cast<int64_t>(std::min<uint64_t>(count, INT64_MAX)),
+                        CallerArray<T>::kRequired, method);
+        std::copy_n(values.data(), values.size(), mPadded->data());
+        mData = mPadded->data();
+    }
+
+    const T* data() const { return mData; }
+
+  private:
+    const T* mData;
+    std::optional<CallerArray<T>> mPadded;
 };
 
 /** A buffer for a text of `length` bytes and its NUL; reaches the client up to its first NUL. */

@@ -80,15 +80,17 @@ void hh_a_qortvapi_mheg5_get_pfg_info_len(const std::function<void(uint32_t, int
 void hh_a_qortvapi_mheg5_get_pfg_info(
         uint32_t length, const std::function<void(const hidl_string&, bool, int32_t)>& answer) {
     CallerText info(length);
-    bool show = false;
-    const int32_t ret = a_qortvapi_mheg5_get_pfg_info(info.data(), &length, &show);
+    uint8_t flag = 0;
+    const int32_t ret = a_qortvapi_mheg5_get_pfg_info(info.data(), &length, &flag);
+    const bool show = flag != 0;
     TVAPI_DEBUG("{MHEG5} ui4_len:%d, b_show:%d, i4_ret:%d\n", length, show, ret);
     answer(info.forClient(), show, ret);
 }
 
 void hh_a_qortvapi_mheg5_get_internal_scrn(const std::function<void(bool, int32_t)>& answer) {
-    bool internal = false;
-    const int32_t ret = a_qortvapi_mheg5_get_internal_scrn(&internal);
+    uint8_t flag = 0;
+    const int32_t ret = a_qortvapi_mheg5_get_internal_scrn(&flag);
+    const bool internal = flag != 0;
     answer(internal, ret);
     TVAPI_DEBUG("{MHEG5} b_internal_scrn:%d, i4_ret:%d\n", internal, ret);
 }

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
-#include <utility>
 
 #include "bridge.h"
 #include "hhandler/fan_out.h"
@@ -31,8 +29,8 @@ enum class Freed { kAfterAnswer, kBeforeAnswer };
 
 void exchange(ScanEngine engine, const hidl_vec<int32_t>& data, const ScanExchangeAnswer& answer,
               Freed freed, const char* method = __builtin_FUNCTION(), int line = __builtin_LINE()) {
-    std::optional<CallerArray<int32_t>> numbers(std::in_place, data, method);
-    const int32_t result = engine(numbers->data(), data.size());
+    CallerArray<int32_t> numbers(data, method);
+    const int32_t result = engine(numbers.data(), data.size());
     const auto logResult = [&] {
         if (mTvApiDebug == 0) return;
         __android_log_print(ANDROID_LOG_DEBUG, LOG_TAG, "<%s:%d> i4_ret:%d\n", method, line,
@@ -40,11 +38,11 @@ void exchange(ScanEngine engine, const hidl_vec<int32_t>& data, const ScanExchan
     };
     if (result != 0) {
         logResult();
-        if (freed == Freed::kBeforeAnswer) numbers.reset();
+        if (freed == Freed::kBeforeAnswer) numbers.clear();
         answer({}, result);
         return;
     }
-    answer(borrowedVector(numbers->data(), data.size()), result);
+    answer(borrowedVector(numbers.data(), data.size()), result);
     logResult();
 }
 

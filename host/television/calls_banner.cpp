@@ -36,7 +36,7 @@ std::string contentOf(const Core& core, int32_t item) {
 
 void plugBanner(switchboard::Switchboard& board, Core& core) {
     board.on<&a_qortvapi_banner_get_item_state>(
-            [&core](int32_t item, int32_t index, bool* visible) -> int32_t {
+            [&core](int32_t item, int32_t index, uint8_t* visible) -> int32_t {
                 if (!isItem(item, index)) return TV_NOT_FOUND;
                 if (!writable(visible)) return TV_INVALID_ARGUMENT;
                 *visible = !contentOf(core, item).empty();

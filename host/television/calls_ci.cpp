@@ -160,12 +160,12 @@ void plugKeys(switchboard::Switchboard& board, Core& core) {
         keys->erase();
         return int32_t{TV_OK};
     });
-    board.on<&a_qortvapi_ci_key_query_exist>([=](bool* exists) -> int32_t {
+    board.on<&a_qortvapi_ci_key_query_exist>([=](uint8_t* exists) -> int32_t {
         if (!writable(exists)) return TV_INVALID_ARGUMENT;
         *exists = keys->existsAny();
         return TV_OK;
     });
-    board.on<&a_qortvapi_ci_key_query_exist_ex>([=](uint32_t number, bool* exists) -> int32_t {
+    board.on<&a_qortvapi_ci_key_query_exist_ex>([=](uint32_t number, uint8_t* exists) -> int32_t {
         if (!writable(exists) || number >= CI_KEY_COUNT) return TV_INVALID_ARGUMENT;
         *exists = keys->exists(number);
         return TV_OK;

@@ -67,7 +67,7 @@ void plugGinga(switchboard::Switchboard& board, Core& core) {
     board.on<&a_qortvapi_ginga_getApplicationNum>(none);
     board.on<&a_qortvapi_ginga_getApplicationInfo_ex>(
             [=](void*, uint32_t* count) { return none(count); });
-    board.on<&a_qortvapi_ginga_is_enable_screen_mode>([=](bool, bool* enabled) -> int32_t {
+    board.on<&a_qortvapi_ginga_is_enable_screen_mode>([=](bool, uint8_t* enabled) -> int32_t {
         if (!writable(enabled)) return TV_INVALID_ARGUMENT;
         *enabled = !engine->get();
         return TV_OK;
@@ -98,15 +98,15 @@ void plugMheg5(switchboard::Switchboard& board, Core& core) {
         *length = 0;
         return TV_OK;
     });
-    board.on<&a_qortvapi_mheg5_get_pfg_info>([](char*, uint32_t* length, bool* show) -> int32_t {
+    board.on<&a_qortvapi_mheg5_get_pfg_info>([](char*, uint32_t* length, uint8_t* show) -> int32_t {
         if (!writable(length) || !writable(show)) return TV_INVALID_ARGUMENT;
         *length = 0;
-        *show = false;
+        *show = 0;
         return TV_OK;
     });
-    board.on<&a_qortvapi_mheg5_get_internal_scrn>([](bool* internal) -> int32_t {
+    board.on<&a_qortvapi_mheg5_get_internal_scrn>([](uint8_t* internal) -> int32_t {
         if (!writable(internal)) return TV_INVALID_ARGUMENT;
-        *internal = false;
+        *internal = 0;
         return TV_OK;
     });
     board.on<&a_qortvapi_mheg5_set_pfg_result>([](bool) { return int32_t{TV_BUSY}; });

@@ -16,7 +16,7 @@ struct Reason {
     const char* data;
     uint32_t fallback;
 };
-constexpr Reason kWakeUp = {"wake.reason", "wake.data", PCL_WAKE_UP_REASON_VIEWER};
+constexpr Reason kWakeUp = {"wake.reason", "wake.data", PCL_WAKE_UP_REASON_REMOTE_CONTROL};
 constexpr Reason kPowerDown = {"power.reason", "power.data", 0};
 
 int32_t getReason(const Core& core, const Reason& names, uint32_t* reason, uint32_t* data) {

@@ -15,7 +15,7 @@ namespace {
 constexpr size_t kLongestLocation = 1024;
 
 constexpr bool isDelivery(uint32_t type) {
-    return type == UPGRADE_DELIVERY_NETWORK || type == UPGRADE_DELIVERY_USB;
+    return type == UPGRADE_DELIVERY_INTERNET || type == UPGRADE_DELIVERY_FILE_SYS;
 }
 
 /** The firmware that there would be: this version once more. */
@@ -96,7 +96,7 @@ class Upgrade : public std::enable_shared_from_this<Upgrade> {
     Core& mCore;
     const std::shared_ptr<Progress> mProgress;
     std::mutex mMutex;
-    uint32_t mType = UPGRADE_DELIVERY_NETWORK;  // guarded by mMutex, as all below
+    uint32_t mType = UPGRADE_DELIVERY_INTERNET;  // guarded by mMutex, as all below
     int32_t mState = UPGRADE_STATE_IDLE;
     int32_t mPercent = 0;
 };
@@ -125,7 +125,7 @@ void plugUpgrade(switchboard::Switchboard& board, Core& core) {
         if (result < 0) return result;
         return result == UPGRADE_RESULT_DOWNLOADED ? 0 : 1;
     });
-    board.on<&a_qortvapi_upgrade_is_supported>([](uint32_t type, bool* supported) -> int32_t {
+    board.on<&a_qortvapi_upgrade_is_supported>([](uint32_t type, uint8_t* supported) -> int32_t {
         if (!writable(supported)) return TV_INVALID_ARGUMENT;
         *supported = isDelivery(type);
         return TV_OK;

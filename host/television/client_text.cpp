@@ -27,8 +27,8 @@ std::optional<std::string> readText(const char* from, size_t most) {
 
 std::optional<size_t> windowNamed(const char* name) {
     const std::optional<std::string> text = readText(name, 16);
-    if (text == "main" || text == "main_svctx") return 0;
-    if (text == "sub" || text == "sub_svctx") return 1;
+    if (text == "main" || text == "main_" || text == "main_svctx") return 0;
+    if (text == "sub" || text == "sub_s" || text == "sub_svctx") return 1;
     return std::nullopt;
 }
 

@@ -18,7 +18,8 @@ int32_t putText(char* to, uint32_t size, const std::string& text);
 /** A client's text; empty when the pointer is null or no NUL is among the first `most` bytes. */
 std::optional<std::string> readText(const char* from, size_t most);
 
-/** The window that is named "main" or "main_svctx", "sub" or "sub_svctx"; empty for others. */
+/** The window that is named "main" or "main_svctx", "sub" or "sub_svctx", or by the five characters
+ * of those that a context name is cut to; empty for others. */
 std::optional<size_t> windowNamed(const char* name);
 
 }  // namespace television

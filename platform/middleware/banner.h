@@ -17,7 +17,7 @@ typedef void (*a_qortvapi_banner_nfy_fct)(int32_t i4_code, void* pv_tag, void* p
 int32_t a_qortvapi_banner_register_callback(a_qortvapi_banner_nfy_fct pf_callback, void* pv_tag);
 
 /* An item is shown where it has a content. Its id is the item's number. Contents are UTF-8, cut to the length between two characters; lengths count the NUL. */
-int32_t a_qortvapi_banner_get_item_state(int32_t i4_item, int32_t i4_index, bool* pb_visible);
+int32_t a_qortvapi_banner_get_item_state(int32_t i4_item, int32_t i4_index, uint8_t* pb_visible);
 int32_t a_qortvapi_banner_get_item_id(int32_t i4_item, int32_t i4_index, int32_t* pi4_id);
 int32_t a_qortvapi_banner_get_item_content(int32_t i4_item, int32_t i4_index, char* ps_content, uint32_t ui4_length);
 int32_t a_qortvapi_banner_get_item_content_len(int32_t i4_item, int32_t i4_index, uint32_t* pui4_length);

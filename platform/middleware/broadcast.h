@@ -41,6 +41,7 @@ enum { BROADCAST_REGION_PRIMARY = 1, BROADCAST_REGION_SECONDARY = 2, BROADCAST_R
 
 /** Streams of a service. */
 enum { BROADCAST_STREAM_TYPE_AUDIO = 0, BROADCAST_STREAM_TYPE_VIDEO = 1, BROADCAST_STREAM_TYPE_SUBTITLE = 2, BROADCAST_STREAM_TYPE_TELETEXT = 3 };
+typedef uint32_t QORTVAPI_STREAM_TYPE_T;
 
 /** A frequency to tune to. */
 typedef struct QORTVAPI_FREQ_INFO_T {
@@ -130,7 +131,7 @@ int32_t a_qortvapi_broadcast_is_signal_loss(void);
 int32_t a_qortvapi_broadcast_get_signal_level(void);
 int32_t a_qortvapi_broadcast_get_signal_quality(void);
 /* TV_NOT_FOUND when what plays has no such stream. */
-int32_t a_qortvapi_broadcast_strm_is_orig_scramble(const char* ps_context, uint32_t ui4_stream_type, uint8_t* pui1_scrambled);
+int32_t a_qortvapi_broadcast_strm_is_orig_scramble(const char* ps_context, QORTVAPI_STREAM_TYPE_T e_stream_type, uint8_t* pui1_scrambled);
 /* Selects the first channel of the multiplex at that frequency (within 500 kHz; on satellite with that polarisation); medium 0: any. TV_NOT_FOUND, and nothing changes, where there is none. */
 int32_t a_qortvapi_broadcast_change_freq(const char* ps_context, const QORTVAPI_FREQ_INFO_T* pt_frequency);
 /* TV_NOT_SUPPORTED: the set has no analogue tuner. */

@@ -190,8 +190,8 @@ int32_t a_qortvapi_ci_key_get_host_id(uint8_t* pui1_host_id, uint8_t* pui1_lengt
 /** Fills CI_KEY_AREA_SIZE bytes: a CI_KEY_INFO_T for each number, and zeros. */
 int32_t a_qortvapi_ci_key_query(uint16_t* pui2_area);
 /** Whether there is any key. */
-int32_t a_qortvapi_ci_key_query_exist(bool* pb_exists);
-int32_t a_qortvapi_ci_key_query_exist_ex(uint32_t ui4_key, bool* pb_exists);
+int32_t a_qortvapi_ci_key_query_exist(uint8_t* pb_exists);
+int32_t a_qortvapi_ci_key_query_exist_ex(uint32_t ui4_key, uint8_t* pb_exists);
 /** TV_NOT_FOUND when no key was written. */
 int32_t a_qortvapi_ci_key_update(void);
 /** From a file of exactly CI_KEY_SIZE bytes. */

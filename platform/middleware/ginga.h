@@ -32,7 +32,7 @@ int32_t a_qortvapi_ginga_warning_start_cc(bool b_start);
 int32_t a_qortvapi_ginga_warning_start_ginga_app(bool b_start);
 int32_t a_qortvapi_ginga_getApplicationNum(uint32_t* pui4_count);
 int32_t a_qortvapi_ginga_getApplicationInfo_ex(void* pv_records, uint32_t* pui4_count);
-int32_t a_qortvapi_ginga_is_enable_screen_mode(bool b_query, bool* pb_enabled);
+int32_t a_qortvapi_ginga_is_enable_screen_mode(bool b_query, uint8_t* pb_enabled);
 
 #ifdef __cplusplus
 }

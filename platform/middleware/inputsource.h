@@ -12,9 +12,11 @@ extern "C" {
 
 /** What an input is. */
 enum { INPUT_DEVICE_TYPE_TV = 0, INPUT_DEVICE_TYPE_AV = 1, INPUT_DEVICE_TYPE_SCART = 2, INPUT_DEVICE_TYPE_COMPONENT = 3, INPUT_DEVICE_TYPE_VGA = 4, INPUT_DEVICE_TYPE_HDMI = 5 };
+typedef uint32_t INPUT_DEVICE_TYPE_T;
 
 /** Input lines of the set: a GPIO of power control each. TV_NOT_FOUND for SCART_2: there is one SCART. */
 enum { INPUT_GPIO_SCART_1 = 0, INPUT_GPIO_SCART_2 = 1, INPUT_GPIO_HDMI_HPD = 2, INPUT_GPIO_COUNT = 3 };
+typedef uint32_t INPUT_GPIO_T_IDX;
 
 /** The sources of this set, by id; ids are indices too. */
 enum { INPUT_SOURCE_TV = 0, INPUT_SOURCE_AV = 1, INPUT_SOURCE_SCART_1 = 2, INPUT_SOURCE_COMPONENT = 3, INPUT_SOURCE_VGA = 4, INPUT_SOURCE_HDMI_1 = 5, INPUT_SOURCE_HDMI_2 = 6, INPUT_SOURCE_HDMI_3 = 7, INPUT_SOURCE_HDMI_4 = 8, INPUT_SOURCE_COUNT = 9 };
@@ -49,7 +51,7 @@ typedef struct QORTVAPI_INPUT_SHARE_PIN_RECORD_T {
  */
 int32_t a_qortvapi_inputsource_isVideoSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
 int32_t a_qortvapi_inputsource_isAudioSignalAvailable(const char* ps_video_path, uint8_t* pui1_available);
-int32_t a_qortvapi_inputsource_get_gpioid_byidx(uint32_t ui4_index, uint32_t* pui4_gpio_id);
+int32_t a_qortvapi_inputsource_get_gpioid_byidx(INPUT_GPIO_T_IDX e_index, uint32_t* pui4_gpio_id);
 /* The two sources that share the plug: AV and Component. */
 int32_t a_qortvapi_inputsource_get_hybrid_video_internal_id(void);
 int32_t a_qortvapi_inputsource_get_hybrid_comp_internal_id(void);
@@ -94,7 +96,7 @@ int32_t a_qortvapi_inputsource_get_userdefname_bysourceid(int32_t i4_source_id, 
 /* An empty name takes the viewer's away. TV_INVALID_ARGUMENT for one that is too long or has control characters. */
 int32_t a_qortvapi_inputsource_set_userdefname_bysourceid(int32_t i4_source_id, const char* ps_name);
 /* The index counts among the inputs of the type, from 0. */
-int32_t a_qortvapi_inputsource_get_external_device_has_signal(uint32_t ui4_device_type, int32_t i4_index, uint8_t* pui1_has_signal);
+int32_t a_qortvapi_inputsource_get_external_device_has_signal(INPUT_DEVICE_TYPE_T e_device_type, int32_t i4_index, uint8_t* pui1_has_signal);
 /* Ends what plays on the path, which keeps its source; it has ended when this returns, in any case. */
 int32_t a_qortvapi_inputsource_sync_stop(const char* ps_video_path, bool b_block);
 int32_t a_qortvapi_inputsource_query_conflict(int32_t i4_source_id, int32_t i4_other_source_id, uint8_t* pui1_conflict);

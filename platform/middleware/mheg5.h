@@ -28,8 +28,8 @@ int32_t a_qortvapi_mheg5_reg_is_mime_type_support_fct(int32_t i4_index, a_qortva
 int32_t a_qortvapi_mheg5_get_current_channel(uint16_t* pui2_svl_id, SVL_REC_T* pt_svl_rec, TSL_REC_T* pt_tsl_rec);
 /* No application asks for parental guidance here: the text is empty, and set_pfg_result answers TV_BUSY. set_hbbtv_status and set_mheg5_status are taken note of. */
 int32_t a_qortvapi_mheg5_get_pfg_info_len(uint32_t* pui4_length);
-int32_t a_qortvapi_mheg5_get_pfg_info(char* ps_info, uint32_t* pui4_length, bool* pb_show);
-int32_t a_qortvapi_mheg5_get_internal_scrn(bool* pb_internal);
+int32_t a_qortvapi_mheg5_get_pfg_info(char* ps_info, uint32_t* pui4_length, uint8_t* pb_show);
+int32_t a_qortvapi_mheg5_get_internal_scrn(uint8_t* pb_internal);
 int32_t a_qortvapi_mheg5_set_pfg_result(bool b_right);
 int32_t a_qortvapi_mheg5_set_hbbtv_status(uint32_t ui4_id, bool b_success);
 int32_t a_qortvapi_mheg5_enabled(void);

@@ -18,7 +18,7 @@ enum { PCL_COND_POWER_DOWN = 1, PCL_COND_SUSPEND = 2, PCL_COND_POWER_DOWN_EVENT 
 /** Lines, and what one can be. */
 enum { PCL_GPIO_COUNT = 64, PCL_GPIO_LOW = 0, PCL_GPIO_HIGH = 1 };
 /** Reasons as far as this television has them: switched on by the viewer. */
-enum { PCL_WAKE_UP_REASON_VIEWER = 1 };
+enum { PCL_WAKE_UP_REASON_REMOTE_CONTROL = 2 };
 typedef uint32_t PCL_WAKE_UP_REASON_T;
 typedef uint32_t PCL_POWER_DOWN_REASON_T;
 typedef uint32_t PCL_GPIO_MODE_T;

@@ -27,6 +27,7 @@ enum { TIMESHIFT_ERROR_NONE = 0, TIMESHIFT_ERROR_NO_DEVICE = 1, TIMESHIFT_ERROR_
 
 /** Flags of stop_ex. KEEP_BUFFER: what was recorded can still be played. CHANNEL_CHANGE: automatic recording, if it is on, begins anew. stop is NORMAL. */
 enum { TIMESHIFT_STOP_NORMAL = 0, TIMESHIFT_STOP_KEEP_BUFFER = 1, TIMESHIFT_STOP_CHANNEL_CHANGE = 2 };
+typedef uint32_t TIMESHIFT_STOP_FLAG;
 
 /** The time-shift state or position changed. */
 typedef void (*a_qortvapi_timeshift_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2);
@@ -55,7 +56,7 @@ int64_t a_qortvapi_timeshift_get_start_position(void);
 int32_t a_qortvapi_timeshift_set_auto_record(bool b_enabled);
 /* Whether paused playback goes on when the buffer is full, before it loses what comes next; else it loses it, and stays paused. Remembered. */
 int32_t a_qortvapi_timeshift_set_play_before_full(bool b_enabled);
-int32_t a_qortvapi_timeshift_stop_ex(uint32_t ui4_flag);
+int32_t a_qortvapi_timeshift_stop_ex(TIMESHIFT_STOP_FLAG e_flag);
 
 #ifdef __cplusplus
 }

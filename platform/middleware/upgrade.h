@@ -9,8 +9,8 @@
 extern "C" {
 #endif
 
-/** Ways for a firmware to come. A television without that way answers TV_NOT_SUPPORTED; this one has network and USB. */
-enum { UPGRADE_DELIVERY_NETWORK = 0, UPGRADE_DELIVERY_USB = 1, UPGRADE_DELIVERY_BROADCAST = 2 };
+/** Ways for a firmware to come. A television without that way answers TV_NOT_SUPPORTED; this one has a disk or stick and the internet. */
+enum { UPGRADE_DELIVERY_FILE_SYS = 0, UPGRADE_DELIVERY_INTERNET = 1, UPGRADE_DELIVERY_BROADCAST = 2 };
 /** States; the handler's third argument is the progress in per cent. */
 enum { UPGRADE_STATE_IDLE = 0, UPGRADE_STATE_DOWNLOADING = 1, UPGRADE_STATE_DOWNLOADED = 2, UPGRADE_STATE_CANCELLED = 3, UPGRADE_STATE_REBOOT_REQUESTED = 4 };
 /** What the download for that way came to. */
@@ -53,7 +53,7 @@ int32_t a_qortvapi_upgrade_start_download_firmware(QORTVAPI_UPGRADE_DLIVRY_TYPE_
 int32_t a_qortvapi_upgrade_cancel_download_firmware(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type);
 int32_t a_qortvapi_upgrade_start_reboot_upgrade(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type);
 int32_t a_qortvapi_upgrade_query_upgrade_result(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type);
-int32_t a_qortvapi_upgrade_is_supported(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type, bool* pb_supported);
+int32_t a_qortvapi_upgrade_is_supported(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type, uint8_t* pb_supported);
 int32_t a_qortvapi_upgrade_check_update(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type);
 int32_t a_qortvapi_upgrade_set(QORTVAPI_UPGRADE_SET_TYPE_T e_type, const uint32_t* pui4_ids, uint32_t ui4_count, const uint32_t* pui4_values);
 

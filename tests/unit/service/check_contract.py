@@ -3,8 +3,9 @@
 
 Usage: check_contract.py TABLE INTERFACES BASE_INTERFACES
 
-A line of the table is `INTERFACE SLOT METHOD(TYPES) -> (TYPES)`, slots counted from 1. Every interface of
-the package has to be in the table, with as many methods as the interface compiler counts in it.
+A line of the table is `INTERFACE SLOT METHOD(TYPES) -> (TYPES)`, slots counted from 1, or, of types.hal,
+`types struct NAME { TYPE FIELD, ... }` or `types enum NAME : TYPE { NAME = NUMBER, ... }`. Every interface
+of the package has to be in the table, with as many methods as the interface compiler counts in it.
 BASE_INTERFACES is the root of the package android.hidl.
 """
 import difflib
@@ -17,6 +18,7 @@ PACKAGE = "vendor.corvanta.tv.qortvapi"
 
 SHORT = {"vec<uint8_t>": "bytes", "int8_t": "i8", "uint8_t": "u8", "int16_t": "i16", "uint16_t": "u16",
          "int32_t": "i32", "uint32_t": "u32", "int64_t": "i64", "uint64_t": "u64"}
+DECLARATION = re.compile(r"(struct|enum) (\w+)(?: : (\w+))? \{([^}]*)\}")
 METHOD = re.compile(r"(\w+)\s*\(([^)]*)\)\s*(?:generates\s*\(([^)]*)\)\s*)?;")
 
 
@@ -29,8 +31,19 @@ def types(declarations):
     return ", ".join(short(name) for name in names)
 
 
+def code(hal):
+    """The text without its comments."""
+    return re.sub(r"/\*.*?\*/|//[^\n]*", "", hal.read_text(), flags=re.S)
+
+
+def declarations(hal):
+    for kind, name, storage, body in DECLARATION.findall(code(hal)):
+        parts = [" ".join(short(part).split()) for part in re.split("[,;]", body) if part.strip()]
+        yield f"types {kind} {name}{' : ' + short(storage) if storage else ''} {{ {', '.join(parts)} }}"
+
+
 def methods(hal):
-    text = re.sub(r"/\*.*?\*/|//[^\n]*", "", hal.read_text(), flags=re.S)
+    text = code(hal)
     body = text[text.index("{", text.index(f"interface {hal.stem}")) + 1:]
     for slot, (name, arguments, results) in enumerate(METHOD.findall(body), 1):
         line = f"{hal.stem} {slot} {name}({types(arguments)})"
@@ -54,11 +67,12 @@ def main():
         expected.setdefault(line.split()[0], []).append(line)
     failed = not expected
     for interface, lines in expected.items():
-        found = list(methods(pathlib.Path(sys.argv[2]) / f"{interface}.hal"))
+        read = declarations if interface == "types" else methods
+        found = list(read(pathlib.Path(sys.argv[2]) / f"{interface}.hal"))
         if found != lines:
             failed = True
             print("\n".join(difflib.unified_diff(lines, found, "contract", f"{interface}.hal", "", "", 0)))
-    counts = {interface: len(lines) for interface, lines in expected.items()}
+    counts = {interface: len(lines) for interface, lines in expected.items() if interface != "types"}
     compiled = compiled_counts(sys.argv[2], sys.argv[3])
     if compiled != counts:
         failed = True

@@ -263,10 +263,10 @@ TEST_F(ServiceCoreGinga, doesNotAnswerWithoutMemory) {
 TEST_F(ServiceCoreGinga, answersTheScreenModeBehindItsResult) {
     bool queried = false;
     bool enabled = false;
-    tv.on<&a_qortvapi_ginga_is_enable_screen_mode>([&](bool query, bool* output) {
+    tv.on<&a_qortvapi_ginga_is_enable_screen_mode>([&](bool query, uint8_t* output) {
         EXPECT_EQ(query, queried);
-        EXPECT_FALSE(*output);
-        *output = enabled;
+        EXPECT_EQ(*output, 0);
+        *output = enabled ? 0x80 : 0;
         return 100 + enabled;
     });
     for (const bool value : {false, true}) {

@@ -70,13 +70,13 @@ TEST_F(ServiceCoreMheg5, answersTheRecordsOfTheCurrentChannelWhole) {
 TEST_F(ServiceCoreMheg5, answersTheParentalTextUpToItsEnd) {
     const std::string full(40, 'x');
     std::string written;
-    tv.on<&a_qortvapi_mheg5_get_pfg_info>([&](char* info, uint32_t* length, bool* show) {
+    tv.on<&a_qortvapi_mheg5_get_pfg_info>([&](char* info, uint32_t* length, uint8_t* show) {
         EXPECT_EQ(*length, 40u);
         EXPECT_EQ(std::string(info, 41), std::string(41, '\0'));
-        EXPECT_FALSE(*show);
+        EXPECT_EQ(*show, 0);
         memcpy(info, written.data(), written.size());
         *length = static_cast<uint32_t>(written.size());
-        *show = true;
+        *show = 0x80;
         return 3;
     });
     for (const auto& [text, expected] : {std::pair<std::string, std::string>{full, full},
@@ -100,7 +100,7 @@ TEST_F(ServiceCoreMheg5, answersTheParentalTextUpToItsEnd) {
 }
 
 TEST_F(ServiceCoreMheg5, answersAnEmptyParentalText) {
-    tv.on<&a_qortvapi_mheg5_get_pfg_info>([](char* info, uint32_t* length, bool*) {
+    tv.on<&a_qortvapi_mheg5_get_pfg_info>([](char* info, uint32_t* length, uint8_t*) {
         EXPECT_EQ(*length, 0u);
         EXPECT_EQ(*info, '\0');
         return -9;
@@ -124,9 +124,9 @@ TEST_F(ServiceCoreMheg5DeathTest, noMemoryForTheParentalTextEndsTheProcess) {
 
 TEST_F(ServiceCoreMheg5, answersWhetherTheScreenIsItsOwn) {
     bool internal = false;
-    tv.on<&a_qortvapi_mheg5_get_internal_scrn>([&](bool* output) {
-        EXPECT_FALSE(*output);
-        *output = internal;
+    tv.on<&a_qortvapi_mheg5_get_internal_scrn>([&](uint8_t* output) {
+        EXPECT_EQ(*output, 0);
+        *output = internal ? 0x80 : 0;
         return internal ? 1 : -1;
     });
     for (const bool value : {false, true}) {

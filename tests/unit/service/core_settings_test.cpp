@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "core_fixture.h"
@@ -30,22 +31,26 @@ TEST_F(ServiceCoreSettings, reservedMethodsReachNoMiddleware) {
     EXPECT_TRUE(Switchboard::stopRecording().empty());
 }
 
-TEST_F(ServiceCoreSettings, aUtilityIsSetWithoutACopyAndWithNoMoreThanWasSent) {
+TEST_F(ServiceCoreSettings, aUtilityIsSetWithTheSizeThatWasSent) {
     const hidl_string name = "name";
     const hidl_vec<uint8_t> data = Bytes{1, 2, 3, 4, 5};
-    uint64_t expected_size = 0;
+    uint64_t told = 0;
+    std::optional<Bytes> read;
     tv.on<&a_qortvapi_util_set>(
             [&](const char* name_in, int32_t kind, const void* data_in, uint64_t size) {
                 EXPECT_EQ(name_in, name.c_str());
                 EXPECT_EQ(kind, -3);
-                EXPECT_EQ(data_in, data.data());
-                EXPECT_EQ(size, expected_size);
+                const auto* bytes = static_cast<const uint8_t*>(data_in);
+                EXPECT_EQ(bytes == data.data(), size <= data.size()) << "no copy but a longer one";
+                told = size;
+                read.emplace(bytes, bytes + size);
                 return -9;
             });
-    for (const auto& [sent, passed] : std::vector<std::pair<uint64_t, uint64_t>>{
-                 {5, 5}, {2, 2}, {0, 0}, {6, 5}, {0x100000002, 5}}) {
-        expected_size = passed;
-        EXPECT_EQ(static_cast<int32_t>(impl->a_hidl_a_qortvapi_util_set(name, -3, data, sent)), -9);
+    for (const auto& [size, expected] : std::vector<std::pair<uint64_t, Bytes>>{
+                 {5, {1, 2, 3, 4, 5}}, {2, {1, 2}}, {0, {}}, {7, {1, 2, 3, 4, 5, 0, 0}}}) {
+        EXPECT_EQ(static_cast<int32_t>(impl->a_hidl_a_qortvapi_util_set(name, -3, data, size)), -9);
+        EXPECT_EQ(told, size);
+        EXPECT_EQ(read, expected);
     }
 }
 
@@ -310,25 +315,28 @@ TEST_F(ServiceCoreSettings, theItemRecordReachesTheClientFieldByField) {
     EXPECT_EQ(item(), (Items::All{{HIDL_QORTVAPI_UPGRADE_ITEM_T{}, -6}}));
 }
 
-TEST_F(ServiceCoreSettings, anUpgradeIsSetWithNoMoreThanWasSent) {
+TEST_F(ServiceCoreSettings, anUpgradeIsSetWithTheCountThatWasSent) {
     const hidl_vec<uint32_t> ids = Words{1, 2, 3};
     const hidl_vec<uint32_t> values = Words{4, 5};
-    uint32_t told = 0;
+    std::optional<std::pair<Words, Words>> read;
     tv.on<&a_qortvapi_upgrade_set>([&](QORTVAPI_UPGRADE_SET_TYPE_T type, const uint32_t* ids_in,
                                        uint32_t count, const uint32_t* values_in) {
         EXPECT_EQ(type, 0xf0000007);
-        EXPECT_EQ(ids_in, ids.data());
-        EXPECT_EQ(values_in, values.data());
-        told = count;
+        EXPECT_EQ(ids_in == ids.data(), count <= ids.size());
+        EXPECT_EQ(values_in == values.data(), count <= values.size());
+        read.emplace(Words(ids_in, ids_in + count), Words(values_in, values_in + count));
         return -8;
     });
     const auto type = static_cast<HIDL_QORTVAPI_UPGRADE_SET_TYPE_T>(0xf0000007);
-    for (const auto& [sent, passed] : std::vector<std::pair<uint32_t, uint32_t>>{
-                 {0, 0}, {1, 1}, {2, 2}, {3, 2}, {0xffffffff, 2}}) {
+    for (const auto& [count, expected] : std::vector<std::pair<uint32_t, std::pair<Words, Words>>>{
+                 {0, {{}, {}}},
+                 {2, {{1, 2}, {4, 5}}},
+                 {3, {{1, 2, 3}, {4, 5, 0}}},
+                 {5, {{1, 2, 3, 0, 0}, {4, 5, 0, 0, 0}}}}) {
         EXPECT_EQ(
-                static_cast<int32_t>(impl->a_hidl_a_qortvapi_upgrade_set(type, ids, sent, values)),
+                static_cast<int32_t>(impl->a_hidl_a_qortvapi_upgrade_set(type, ids, count, values)),
                 -8);
-        EXPECT_EQ(told, passed) << sent;
+        EXPECT_EQ(read, expected) << count;
     }
 }
 

@@ -343,14 +343,14 @@ class TelevisionCamKeys : public TelevisionCam {
         return all;
     }
     static bool exists(uint32_t number) {
-        bool result = false;
+        uint8_t result = 0;
         EXPECT_EQ(a_qortvapi_ci_key_query_exist_ex(number, &result), TV_OK);
-        return result;
+        return result != 0;
     }
     static bool existsAny() {
-        bool result = false;
+        uint8_t result = 0;
         EXPECT_EQ(a_qortvapi_ci_key_query_exist(&result), TV_OK);
-        return result;
+        return result != 0;
     }
     static int32_t write(const std::vector<uint8_t>& bytes) {
         return a_qortvapi_ci_key_write(bytes.data(), static_cast<uint32_t>(bytes.size()));
@@ -435,7 +435,7 @@ TEST_F(TelevisionCamKeys, OnlyTheAgreedLengthIsRead) {
     ASSERT_EQ(write(bytes), TV_OK);
     EXPECT_EQ(a_qortvapi_ci_key_update_ex(CI_KEY_COUNT), TV_INVALID_ARGUMENT);
     EXPECT_EQ(a_qortvapi_ci_key_update_ex(UINT32_MAX), TV_INVALID_ARGUMENT);
-    bool any = false;
+    uint8_t any = 0;
     EXPECT_EQ(a_qortvapi_ci_key_query_exist_ex(CI_KEY_COUNT, &any), TV_INVALID_ARGUMENT);
     EXPECT_EQ(a_qortvapi_ci_key_query_exist_ex(0, nullptr), TV_INVALID_ARGUMENT);
     EXPECT_EQ(a_qortvapi_ci_key_query_exist(nullptr), TV_INVALID_ARGUMENT);

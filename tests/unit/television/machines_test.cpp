@@ -34,26 +34,28 @@ class TelevisionMachines : public TelevisionTest {
 
 TEST_F(TelevisionMachines, UpgradeRunsThroughItsStates) {
     a_qortvapi_upgrade_register_callback(upgrade, nullptr);
-    EXPECT_EQ(a_qortvapi_upgrade_check_update(UPGRADE_DELIVERY_USB), 1);
-    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_USB), TV_BUSY);
-    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_USB), UPGRADE_RESULT_NONE);
-    ASSERT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_USB, "u", "p"), TV_OK);
-    EXPECT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_NETWORK, true), TV_BUSY);
+    EXPECT_EQ(a_qortvapi_upgrade_check_update(UPGRADE_DELIVERY_FILE_SYS), 1);
+    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_FILE_SYS), TV_BUSY);
+    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_FILE_SYS),
+              UPGRADE_RESULT_NONE);
+    ASSERT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_FILE_SYS, "u", "p"),
+              TV_OK);
+    EXPECT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_INTERNET, true), TV_BUSY);
     const auto seen = log.wait("upgrade", 12);
     for (size_t i = 0; i <= 10; ++i) {
-        EXPECT_EQ(
-                seen[i],
-                (SeenEvent{"upgrade", UPGRADE_STATE_DOWNLOADING, {UPGRADE_DELIVERY_USB, i * 10}}));
+        EXPECT_EQ(seen[i], (SeenEvent{"upgrade",
+                                      UPGRADE_STATE_DOWNLOADING,
+                                      {UPGRADE_DELIVERY_FILE_SYS, i * 10}}));
     }
     EXPECT_EQ(seen[11],
-              (SeenEvent{"upgrade", UPGRADE_STATE_DOWNLOADED, {UPGRADE_DELIVERY_USB, 100}}));
-    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_USB),
+              (SeenEvent{"upgrade", UPGRADE_STATE_DOWNLOADED, {UPGRADE_DELIVERY_FILE_SYS, 100}}));
+    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_FILE_SYS),
               UPGRADE_RESULT_DOWNLOADED);
-    EXPECT_EQ(a_qortvapi_upgrade_check_update(UPGRADE_DELIVERY_USB), 0);
-    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_NETWORK),
+    EXPECT_EQ(a_qortvapi_upgrade_check_update(UPGRADE_DELIVERY_FILE_SYS), 0);
+    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_INTERNET),
               UPGRADE_RESULT_NONE);
-    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_NETWORK), TV_BUSY);
-    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_USB), TV_OK);
+    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_INTERNET), TV_BUSY);
+    EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_FILE_SYS), TV_OK);
     EXPECT_EQ(log.wait("upgrade", 13)[12].code, UPGRADE_STATE_REBOOT_REQUESTED);
 }
 
@@ -62,19 +64,22 @@ TEST_F(TelevisionMachines, UpgradeIsCancelledInTheMiddle) {
     // From within the handler, as a client does that sees enough.
     log.hook([](const SeenEvent& event) {
         if (event.code == UPGRADE_STATE_DOWNLOADING && event.values[1] == 30) {
-            EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_USB), TV_BUSY);
-            EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_NETWORK), TV_OK);
+            EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_FILE_SYS),
+                      TV_BUSY);
+            EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_INTERNET),
+                      TV_OK);
         }
     });
-    ASSERT_EQ(a_qortvapi_upgrade_trigger(UPGRADE_DELIVERY_NETWORK), TV_OK);
+    ASSERT_EQ(a_qortvapi_upgrade_trigger(UPGRADE_DELIVERY_INTERNET), TV_OK);
     const auto seen = log.wait("upgrade", 5);
-    EXPECT_EQ(seen[4], (SeenEvent{"upgrade", UPGRADE_STATE_CANCELLED, {0, 30}}));
-    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_NETWORK),
+    EXPECT_EQ(seen[4],
+              (SeenEvent{"upgrade", UPGRADE_STATE_CANCELLED, {UPGRADE_DELIVERY_INTERNET, 30}}));
+    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_INTERNET),
               UPGRADE_RESULT_CANCELLED);
-    EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_NETWORK), TV_BUSY);
+    EXPECT_EQ(a_qortvapi_upgrade_cancel_download_firmware(UPGRADE_DELIVERY_INTERNET), TV_BUSY);
     // A new download starts at its beginning; nothing of the old one comes in between.
     log.hook(nullptr);
-    ASSERT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_NETWORK, false), TV_OK);
+    ASSERT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_INTERNET, false), TV_OK);
     const auto all = log.wait("upgrade", 17);
     for (size_t i = 0; i <= 10; ++i) EXPECT_EQ(all[5 + i].values[1], i * 10);
 }
@@ -82,9 +87,9 @@ TEST_F(TelevisionMachines, UpgradeIsCancelledInTheMiddle) {
 TEST_F(TelevisionMachines, UpgradeRefusesWhatThereIsNot) {
     EXPECT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_BROADCAST, true), TV_NOT_SUPPORTED);
     EXPECT_EQ(a_qortvapi_upgrade_check_update(UINT32_MAX), TV_NOT_SUPPORTED);
-    EXPECT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_USB, nullptr, "p"),
+    EXPECT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_FILE_SYS, nullptr, "p"),
               TV_INVALID_ARGUMENT);
-    bool supported = true;
+    uint8_t supported = 1;
     EXPECT_EQ(a_qortvapi_upgrade_is_supported(UPGRADE_DELIVERY_BROADCAST, &supported), TV_OK);
     EXPECT_FALSE(supported);
     EXPECT_EQ(a_qortvapi_upgrade_is_supported(0, nullptr), TV_INVALID_ARGUMENT);
@@ -98,12 +103,13 @@ TEST_F(TelevisionMachines, UpgradeRefusesWhatThereIsNot) {
 
 TEST_F(TelevisionMachines, StopsWhileAnUpgradeRuns) {
     a_qortvapi_upgrade_register_callback(upgrade, nullptr);
-    ASSERT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_USB, true), TV_OK);
+    ASSERT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_FILE_SYS, true), TV_OK);
     log.wait("upgrade", 1);
     tv.reset();
     const size_t seen = log.seen("upgrade").size();
     start();
-    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_USB), UPGRADE_RESULT_NONE);
+    EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_FILE_SYS),
+              UPGRADE_RESULT_NONE);
     EXPECT_EQ(log.seen("upgrade").size(), seen);
 }
 

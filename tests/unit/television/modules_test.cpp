@@ -297,7 +297,7 @@ TEST_F(TelevisionModules, PowerControlKeepsAndTells) {
     uint32_t reason = 0;
     uint32_t data = 0;
     EXPECT_EQ(c_pcl_get_wakeup_reason(&reason, nullptr), TV_OK);
-    EXPECT_EQ(reason, uint32_t{PCL_WAKE_UP_REASON_VIEWER});
+    EXPECT_EQ(reason, uint32_t{PCL_WAKE_UP_REASON_REMOTE_CONTROL});
     const uint32_t word = 0xFEDCBA98;
     EXPECT_EQ(c_pcl_set_wakeup_reason(50, &word), TV_OK);
     EXPECT_EQ(c_pcl_set_power_down_reason(0xFFFFFFFE, nullptr), TV_OK);

@@ -445,7 +445,7 @@ TEST_F(TelevisionPlaying, BannerItems) {
     char text[6] = "xxxxx";
     EXPECT_EQ(a_qortvapi_banner_get_item_content(BANNER_ITEM_CHANNEL_NAME, 0, text, 6), TV_OK);
     EXPECT_STREQ(text, "Cura") << "not half a character";
-    bool visible = false;
+    uint8_t visible = 0;
     EXPECT_EQ(a_qortvapi_banner_get_item_state(BANNER_ITEM_CHANNEL_NAME, 0, &visible), TV_OK);
     EXPECT_TRUE(visible);
     int32_t id = 0;
@@ -464,7 +464,7 @@ TEST_F(TelevisionPlaying, NothingPlaysWithoutStreams) {
     options.state = folder() / "other";
     restart();
     EXPECT_EQ(a_qortvapi_screensaver_get_msgID(), SCREENSAVER_MSG_NO_SIGNAL);
-    bool visible = true;
+    uint8_t visible = 1;
     EXPECT_EQ(a_qortvapi_banner_get_item_state(BANNER_ITEM_CHANNEL_NAME, 0, &visible), TV_OK);
     EXPECT_FALSE(visible);
     EXPECT_EQ(trackCount(), 0u);
