@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -48,19 +49,21 @@ QorTvApiShareMemory::~QorTvApiShareMemory() {
     TVAPI_DEBUG("~");
 }
 
-// A dma-buf refuses to be mapped beyond its end. A file does not: it would fault, and take the
-// service with it, where the middleware writes behind the last page. So that it does not become
-// shorter after the look either, a memory file that can be sealed is sealed.
-bool QorTvApiShareMemory::isShorterThanRegion() const {
+// A dma-buf refuses to be mapped beyond its end. A file does not: its last page can be written to
+// the page's end, but the pages behind would fault, and take the service with them. So that the
+// file does not become shorter after the look either, a memory file that can be sealed is sealed.
+bool QorTvApiShareMemory::endsPagesBeforeRegion() const {
     fcntl(m_share_fd, F_ADD_SEALS, F_SEAL_SHRINK);
     struct stat buffer = {};
-    return fstat(m_share_fd, &buffer) == 0 && S_ISREG(buffer.st_mode) &&
-           static_cast<uint64_t>(buffer.st_size) < m_size;
+    if (fstat(m_share_fd, &buffer) != 0 || !S_ISREG(buffer.st_mode)) return false;
+    const auto page = static_cast<uint64_t>(sysconf(_SC_PAGESIZE));
+    const uint64_t pages = (static_cast<uint64_t>(buffer.st_size) + page - 1) / page;
+    return pages * page < m_size;
 }
 
 void* QorTvApiShareMemory::getPointer() {
     if (m_address != nullptr) return m_address;
-    if (isShorterThanRegion()) {
+    if (endsPagesBeforeRegion()) {
         m_address = MAP_FAILED;
         errno = EINVAL;
     } else {

@@ -32,7 +32,8 @@ class QorTvApiShareMemory {
 
     /**
      * Maps the buffer, readable, writable and shared, and returns its address, the same one in each
-     * further call. Returns null on failure; further calls then return the failed mapping's value.
+     * further call. Returns null on failure, also for a file that lacks one of the region's pages;
+     * further calls then return the failed mapping's value.
      */
     void* getPointer();
 
@@ -41,7 +42,7 @@ class QorTvApiShareMemory {
     void commit();
 
   private:
-    bool isShorterThanRegion() const;
+    bool endsPagesBeforeRegion() const;
 
     int32_t m_ion_fd = -1;
     int32_t m_share_fd = -1;  // the handle's, closed with it

@@ -8,6 +8,6 @@ int main() {
     Services services = startServices();  // NOLINT: read where the join returns
     ::android::hardware::joinRpcThreadpool();
     // Not reached while the service works.
-    while (!services.empty()) services.pop_back();
+    releaseInReverse(services);
     return 0;
 }

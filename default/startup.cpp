@@ -96,4 +96,8 @@ Services startServices() {
     return services;
 }
 
+void releaseInReverse(Services& services) {
+    while (!services.empty()) services.pop_back();
+}
+
 }  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

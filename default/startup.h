@@ -17,4 +17,7 @@ using Services = std::vector<::android::sp<::android::hidl::base::V1_0::IBase>>;
  */
 Services startServices();
 
+/** Drops the references, the last one first. */
+void releaseInReverse(Services& services);
+
 }  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "middleware/ci.h"
+#include "middleware/result_codes.h"
 #include "qortv/channel.h"
 #include "refused.h"
 #include "utf16.h"
@@ -206,14 +207,10 @@ Cam::Answer Cam::get(uint32_t type, uint32_t units) {
     return answer;
 }
 
-uint8_t Cam::getByte(uint32_t type, const char* what) {
-    const Answer answer = get(type, 0);
-    require(answer.result, what);
-    return number<uint8_t>(answer.data);
-}
-
 CamSlot Cam::slot() {
-    switch (getByte(QORTVAPI_CI_GET_TYPE_SLOT_STATE, "read the state of the CAM's slot")) {
+    const Answer answer = get(QORTVAPI_CI_GET_TYPE_SLOT_STATE, 0);
+    require(answer.result, "read the state of the CAM's slot");
+    switch (number<uint8_t>(answer.data)) {
         case CI_SLOT_STATE_EMPTY:
             return CamSlot::kEmpty;
         case CI_SLOT_STATE_UPGRADING:
@@ -223,8 +220,11 @@ CamSlot Cam::slot() {
     }
 }
 
-uint8_t Cam::pinTries() {
-    return getByte(QORTVAPI_CI_GET_TYPE_PIN_TRIES, "tell the tries for the CAM's PIN");
+std::optional<uint8_t> Cam::pinTries() {
+    const Answer answer = get(QORTVAPI_CI_GET_TYPE_PIN_TRIES, 0);
+    if (answer.result == TV_NOT_SUPPORTED) return std::nullopt;
+    require(answer.result, "tell the tries for the CAM's PIN");
+    return number<uint8_t>(answer.data);
 }
 
 std::string Cam::name() {

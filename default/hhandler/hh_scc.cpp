@@ -46,7 +46,8 @@ CommandArray _set_cmd_array(uint32_t type, const char* sink, uint32_t code,
 int32_t _inps_detect_cb(uint32_t h_comp, int32_t i4_cond, void* pv_tag, int32_t i4_data,
                         int32_t i4_data2) {
     const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("_inps_detect_cb e_code = %d, %p\n", i4_cond, pv_tag);
+    TVAPI_DEBUG("_inps_detect_cb e_code = %d, %p\n", h_comp,
+                reinterpret_cast<void*>(static_cast<uintptr_t>(i4_cond)));  // the first two
     clients.call(&IQorTvApiCallback::notifyInputSourceDetect, h_comp, i4_cond, pv_tag, i4_data,
                  i4_data2);
     return 0;

@@ -27,7 +27,7 @@ class Configuration {
 
     int32_t setNumber(const ConfigItem& item, int32_t value, int32_t note) {
         if (!item.accepts(value)) return TV_INVALID_ARGUMENT;
-        if (item.set != nullptr) return item.set(value);
+        if (item.set != nullptr) return item.set(mCore, value, note);
         mCore.rememberNumber(item.name(), value, note);
         return TV_OK;
     }
@@ -44,7 +44,7 @@ class Configuration {
             any = true;
             if (!item.shown) continue;
             if (item.set != nullptr) {
-                item.set(item.delivered);
+                item.set(mCore, item.delivered, 0);
             } else {
                 mCore.remember(item.name(), {});
             }

@@ -188,18 +188,17 @@ class Events {
         const size_t room = *count;
         if (room > 0 && !writable(ids)) return TV_INVALID_ARGUMENT;
         if (!isChannel(channelId)) return TV_NOT_FOUND;
-        size_t found = 0;
+        size_t written = 0;
         const int64_t now = mCore.clock.utcSeconds();
         const Limits limits = currentLimits(channelId, now);
         for (const auto& event : mCore.guide.events(channelId, from, to)) {
+            if (written == room) break;
             if (!limits.allow(*event) || !wanted(*event)) continue;
-            if (found < room) {
-                ids[found] = event->eventId;
-                if (writable(starts)) starts[found] = static_cast<uint32_t>(event->start);
-            }
-            ++found;
+            ids[written] = event->eventId;
+            if (writable(starts)) starts[written] = static_cast<uint32_t>(event->start);
+            ++written;
         }
-        *count = static_cast<uint16_t>(std::min<size_t>(found, UINT16_MAX));
+        *count = static_cast<uint16_t>(written);
         return TV_OK;
     }
 
@@ -384,9 +383,10 @@ void plugDetails(switchboard::Switchboard& board, const EventsPointer& events) {
                             [&](const GuideEvent& event) { return putRatingMap(event, map); });
     });
     board.on<&a_qortvapi_event_check_block>([=](uint32_t channelId, uint32_t eventId) {
-        return events->with(channelId, eventId, [&](const GuideEvent& event) -> int32_t {
+        const int32_t blocked = events->with(channelId, eventId, [&](const GuideEvent& event) {
             return ratingBlocks(events->core(), event) ? 1 : 0;
         });
+        return blocked == 1 ? 1 : 0;  // an event that is not there is not blocked
     });
 }
 

@@ -1,4 +1,6 @@
 // Date, time and sleep timer.
+#include "calls_time.h"
+
 #include <charconv>
 #include <memory>
 
@@ -66,6 +68,15 @@ std::optional<DTG_T> readDateTime(const char* date, const char* time) {
     return record;
 }
 
+bool isSource(int32_t source) {
+    return source >= 0 && source <= TIME_SYNC_SOURCE_USER;
+}
+
+void rememberLead(Core& core) {
+    const auto lead = core.clock.userLead();
+    if (lead) core.remember(kLeadName, std::to_string(*lead));
+}
+
 /** What the settings of the clock are, and that they are remembered. */
 class TimeSettings {
   public:
@@ -77,9 +88,7 @@ class TimeSettings {
         const auto read = std::from_chars(lead.data(), lead.data() + lead.size(), milliseconds);
         if (!lead.empty() && read.ec == std::errc()) mClock.setUserLead(milliseconds);
         const int32_t source = mCore.rememberedNumber(kSourceName, TIME_SYNC_SOURCE_BROADCAST);
-        if (isSource(static_cast<uint32_t>(source))) {
-            mClock.setSource(static_cast<uint32_t>(source));
-        }
+        if (isSource(source)) mClock.setSource(static_cast<uint32_t>(source));
     }
 
     bool timeEditable() const { return mClock.source() == TIME_SYNC_SOURCE_USER; }
@@ -89,7 +98,7 @@ class TimeSettings {
         if (seconds < 0 || seconds > kLatestTime) return TV_INVALID_ARGUMENT;
         if (!timeEditable()) return TV_BUSY;
         mClock.setUserTime(seconds * 1000);
-        rememberLead();
+        rememberLead(mCore);
         return TV_OK;
     }
     int32_t setLocalTime(const char* date, const char* time) {
@@ -113,26 +122,10 @@ class TimeSettings {
         mCore.rememberNumber(kOffsetName, static_cast<int32_t>(seconds));
         return TV_OK;
     }
-    int32_t setSource(uint32_t source) {
-        if (!isSource(source)) return TV_INVALID_ARGUMENT;
-        if (source == mClock.source()) return TV_OK;
-        mClock.setSource(source);
-        mCore.rememberNumber(kSourceName, static_cast<int32_t>(source));
-        rememberLead();
-        mCore.notifier.post({registration<&a_qortvapi_time_register_sync_source_callback>(),
-                             SYNC_SOURCE_NFY_CHANGED,
-                             {source, 0, 0, 0}});
-        return TV_OK;
-    }
 
   private:
-    static bool isSource(uint32_t source) { return source <= TIME_SYNC_SOURCE_USER; }
     static bool isOffset(int64_t seconds) {
         return seconds >= -kFurthestOffset && seconds <= kFurthestOffset;
-    }
-    void rememberLead() {
-        const auto lead = mClock.userLead();
-        if (lead) mCore.remember(kLeadName, std::to_string(*lead));
     }
 
     Core& mCore;
@@ -206,8 +199,9 @@ void plugClock(switchboard::Switchboard& board, Core& core) {
         *source = clock.source();
         return TV_OK;
     });
-    board.on<&a_qortvapi_time_set_sync_source>(
-            [=](uint32_t source) { return settings->setSource(source); });
+    board.on<&a_qortvapi_time_set_sync_source>([&core](uint32_t source) {
+        return setTimeSource(core, static_cast<int32_t>(source), 0);
+    });
 }
 
 void plugConversions(switchboard::Switchboard& board, const Clock& clock) {
@@ -284,6 +278,19 @@ void plugSleepTimer(switchboard::Switchboard& board, Core& core) {
 }
 
 }  // namespace
+
+int32_t setTimeSource(Core& core, int32_t source, int32_t note) {
+    if (!isSource(source)) return TV_INVALID_ARGUMENT;
+    const auto wanted = static_cast<uint32_t>(source);
+    if (wanted == core.clock.source()) return TV_OK;
+    core.clock.setSource(wanted);
+    core.rememberNumber(kSourceName, source, note);
+    rememberLead(core);
+    core.notifier.post({registration<&a_qortvapi_time_register_sync_source_callback>(),
+                        SYNC_SOURCE_NFY_CHANGED,
+                        {wanted, 0, 0, 0}});
+    return TV_OK;
+}
 
 void plugTime(switchboard::Switchboard& board, Core& core) {
     plugClock(board, core);

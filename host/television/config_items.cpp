@@ -4,6 +4,7 @@
 #include <charconv>
 #include <iterator>
 
+#include "calls_time.h"
 #include "middleware/av_mode.h"
 #include "middleware/config.h"
 #include "middleware/rating.h"
@@ -39,10 +40,6 @@ constexpr ItemCondition kPin = {"lock.pin", 1};
 constexpr ItemCondition kRatings = {"lock.ratings", 1};
 
 constexpr int16_t kLetters = 3;  ///< of a code
-
-int32_t setTimeSource(int32_t source) {
-    return a_qortvapi_time_set_sync_source(static_cast<uint32_t>(source));
-}
 
 }  // namespace
 

@@ -43,7 +43,8 @@ struct ConfigItem {
     const char* kept = nullptr;  ///< the name under which its owner remembers it; null: its own
     ItemCondition enabled = {};
     bool shown = true;  ///< false: no menu ever shows it, and a reset leaves it alone
-    int32_t (*set)(int32_t) = nullptr;  ///< the owner's function, where remembering is not enough
+    /** The owner's function, where remembering is not enough; `note` as for `Core::remember`. */
+    int32_t (*set)(Core& core, int32_t value, int32_t note) = nullptr;
 
     bool isText() const { return kind >= ItemKind::kText; }
     /** The name under which it is remembered. */

@@ -138,6 +138,7 @@ int32_t Schedules::change(SCHEDULE_RECORD_T record) {
     const bool runs = entry.record.ui1_state == SCHEDULE_STATE_RUNNING;
     if (runs && (record.ui4_channel_id != entry.record.ui4_channel_id ||
                  record.i8_start_time != entry.record.i8_start_time ||
+                 record.ui2_event_id != entry.record.ui2_event_id ||
                  record.ui1_type != entry.record.ui1_type)) {
         return TV_BUSY;
     }

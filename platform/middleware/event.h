@@ -96,7 +96,7 @@ int32_t a_qortvapi_event_setCurrentActiveWindow(const uint32_t* pui4_channel_ids
 int32_t a_qortvapi_event_setCurrentActiveWindow_Ex(const uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t i8_start_time, int64_t i8_end_time);
 int32_t a_qortvapi_event_clear_active_win(void);
 /*
- * pui2_count: the room there is before, the events found after; no more ids are written than there is room for. Events are those on
+ * pui2_count: the room there is before, the events written after: the first ones where there is no room for all. Events are those on
  * at any time from the start to before the end, in order of their start.
  */
 int32_t a_qortvapi_event_query_event_id_by_range(uint32_t ui4_channel_id, int64_t i8_start_time, int64_t i8_end_time, uint16_t* pui2_count, uint16_t* pui2_event_ids);
@@ -110,7 +110,7 @@ int32_t a_qortvapi_event_query_event_id_by_range(uint32_t ui4_channel_id, int64_
 int32_t a_qortvapi_event_get_details_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_guidance_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_guidance, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_details_extend_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
-/* 1 when the rating settings (rating.h) block the event, else 0: as delivered, only the DVB age setting does, where it is not 0. */
+/* 1 when the rating settings (rating.h) block the event, else 0, also when it is unknown: as delivered, only the DVB age setting does, where it is not 0. */
 int32_t a_qortvapi_event_check_block(uint32_t ui4_channel_id, uint32_t ui4_event_id);
 int32_t a_qortvapi_event_get_active_win_channel_num(uint16_t* pui2_count);
 int32_t a_qortvapi_event_get_active_win_list(uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t* pi8_start_time, int64_t* pi8_end_time);

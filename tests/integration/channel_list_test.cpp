@@ -174,20 +174,21 @@ class OddRegion {
 };
 
 TEST_F(IntegrationChannelList, ARegionThatIsTooShortFailsTheReadAndNothingElse) {
+    constexpr uint32_t kRecords = 20;  // of either kind more than a page
+    const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
     const pid_t service = mStation.service().pid();
     const auto read = [&](const hidl_handle& services, const hidl_handle& multiplexes) {
         return qortv::valueOf(
                 mProxy->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_mask(
-                        SVL_ID_CABLE, 0, 0, 0, 0, 0, 0, 0, 0, 10, services, multiplexes),
+                        SVL_ID_CABLE, 0, 0, 0, 0, 0, 0, 0, 0, kRecords, services, multiplexes),
                 "read");
     };
-    const OddRegion services(10 * sizeof(SVL_REC_T));
-    const OddRegion multiplexes(10 * sizeof(TSL_REC_T));
+    const OddRegion services(kRecords * sizeof(SVL_REC_T));
+    const OddRegion multiplexes(kRecords * sizeof(TSL_REC_T));
     const int32_t good = read(services.handle(), multiplexes.handle());
     EXPECT_GE(good, 0);
 
-    for (const size_t bytes :
-         {size_t{0}, size_t{1}, sizeof(SVL_REC_T), 10 * sizeof(SVL_REC_T) - 1}) {
+    for (const size_t bytes : {size_t{0}, size_t{1}, sizeof(SVL_REC_T), page}) {
         EXPECT_LT(read(OddRegion(bytes).handle(), multiplexes.handle()), 0) << bytes;
         EXPECT_LT(read(services.handle(), OddRegion(bytes).handle()), 0) << bytes;
     }

@@ -111,9 +111,10 @@ TEST_F(IntegrationDay, EverybodyHearsEverythingAndNothingGrows) {
     int sent = 0;
     const auto counts = delivered();
     for (const auto& [handler, count] : counts) sent += count;
-    for (const char* handler : {"_scan_callback_fct", "_broadcast_nfy_fct", "_record_callback_fct",
-                                "_dt_nfy_fct", "_channellist_update_callback_fct"}) {
-        EXPECT_EQ(counts.count(handler), 1U) << handler;
+    for (const char* handler :
+         {"_scan_callback_fct", "_broadcast_nfy_fct", "_record_callback_fct",
+          "_config_callback_fct", "_dt_nfy_fct", "_channellist_update_callback_fct"}) {
+        ASSERT_EQ(counts.count(handler), 1U) << handler;
     }
     for (const auto& [role, viewer] : mViewers) {
         SCOPED_TRACE(role);
@@ -122,11 +123,14 @@ TEST_F(IntegrationDay, EverybodyHearsEverythingAndNothingGrows) {
         EXPECT_EQ(numberBehind("heard all ", out), sent) << out;
         EXPECT_EQ(numberBehind("heard notifyScan ", out), counts.at("_scan_callback_fct"));
         EXPECT_EQ(numberBehind("heard notifyRecord ", out), counts.at("_record_callback_fct"));
+        EXPECT_EQ(numberBehind("heard notifyConfig ", out), counts.at("_config_callback_fct"));
         EXPECT_EQ(numberBehind("heard notifyDateTime ", out), counts.at("_dt_nfy_fct"));
         EXPECT_GT(numberBehind("rounds ", out), 10);
         EXPECT_EQ(countOf("errors \n", out), 1U) << out;
         EXPECT_EQ(viewer->err(), "");
     }
+    EXPECT_EQ(numberBehind("rounds ", mViewers["reader"]->out()), counts.at("_config_callback_fct"))
+            << "a round changes the setting once";
     RecordProperty("notifications", sent);
     EXPECT_TRUE(eventually([&] { return mStation.descriptors() == mIdle; }))
             << mStation.descriptors() << " descriptors instead of " << mIdle;

@@ -11,6 +11,7 @@
 #include <map>
 #include <mutex>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -54,6 +55,7 @@ class Ears : public qortv::Listener {
     void onNotification(const qortv::Notification& notification) override {
         std::lock_guard lock(mMutex);
         note(notification.method);
+        mChanged.notify_all();
     }
 
     void notifyRecord(int32_t code, uint64_t, uint64_t arg1, uint64_t) override {
@@ -78,6 +80,10 @@ class Ears : public qortv::Listener {
     bool isDay() {
         std::lock_guard lock(mMutex);
         return mHour == Hour::kMorning;
+    }
+    /** Waits for so many changes of the setting since the morning. */
+    bool waitForChanges(int count) {
+        return wait(kPatience, [&] { return mHeard["notifyConfig"] >= count; });
     }
     /** Forgets what was heard of an earlier scan. */
     void beginScan() {
@@ -209,15 +215,24 @@ class Zapper {
     const std::vector<Channel> mChannels;
 };
 
-/** Looks through the guide of one channel after the other, and changes the settings. */
+/** Looks through the guide of one channel after the other, and changes the settings, of which
+ * everybody is told. */
 class Reader {
   public:
-    Reader()
-        : mEvent(qortv::connect<IQorTvApiEvent>(kPatience)),
+    explicit Reader(Ears& ears)
+        : mEars(ears),
+          mEvent(qortv::connect<IQorTvApiEvent>(kPatience)),
           mTime(qortv::connect<IQorTvApiTime>(kPatience)),
           mConfig(qortv::connect<IQorTvApiConfig>(kPatience)),
           mChannels(qortv::ChannelList(qortv::connect<qortv::ChannelList::Interface>(kPatience))
-                            .read()) {}
+                            .read()) {
+        const int32_t result =
+                valueOf(mConfig->a_hidl_a_qortvapi_config_add_value_changed_callback(kSetting),
+                        "add_value_changed_callback");
+        if (result != TV_OK) {
+            throw std::runtime_error("no reports of the setting: " + std::to_string(result));
+        }
+    }
 
     void round(int number, Diary& diary) {
         const uint32_t channel = mChannels[static_cast<size_t>(number) % mChannels.size()].id;
@@ -233,13 +248,15 @@ class Reader {
                       channel, now, now + 6 * 3600, 20,
                       [&](uint16_t count, const auto& ids, int32_t result) {
                           diary.ok(result, "query_event_id_by_range");
-                          diary.expect(ids.size() <= count, "as many events as are counted");
+                          diary.expect(ids.size() == count, "as many events as are counted");
                           events.assign(ids.begin(), ids.end());
                       }),
               "query_event_id_by_range");
         mEvents += events.size();
         for (const uint16_t event : events) readEvent(channel, event, now, diary);
         changeSetting(number, diary);
+        // Else updates would be put together when many wait.
+        diary.expect(mEars.waitForChanges(number + 1), "word of the change");
     }
 
     size_t events() const { return mEvents; }
@@ -281,6 +298,7 @@ class Reader {
               "get_value");
     }
 
+    Ears& mEars;
     const android::sp<IQorTvApiEvent> mEvent;
     const android::sp<IQorTvApiTime> mTime;
     const android::sp<IQorTvApiConfig> mConfig;
@@ -398,7 +416,7 @@ int spendTheDay(const std::string& role) {
         Zapper zapper;
         live([&](int number, Diary& d) { zapper.round(number, d); });
     } else if (role == "reader") {
-        Reader reader;
+        Reader reader(ears);
         live([&](int number, Diary& d) { reader.round(number, d); });
         diary.expect(reader.events() > 0, "there is a guide");
     } else {

@@ -96,11 +96,15 @@ int camStatus(const Common& common) {
     const std::string id = hex(cam.id());
     const std::string language = cam.language();
     const std::string profile = cam.profile();
-    const int tries = cam.pinTries();
+    const auto tries = cam.pinTries();
     if (common.json) {
-        const nlohmann::ordered_json status = {{"slot", name(slot)}, {"name", camName},
-                                               {"id", id},           {"language", language},
-                                               {"profile", profile}, {"pinTries", tries}};
+        const nlohmann::ordered_json status = {
+                {"slot", name(slot)},
+                {"name", camName},
+                {"id", id},
+                {"language", language},
+                {"profile", profile},
+                {"pinTries", tries ? nlohmann::ordered_json(*tries) : nullptr}};
         printLine(status.dump(2));
         return kOk;
     }
@@ -110,7 +114,7 @@ int camStatus(const Common& common) {
                  {"PROFILE"},
                  {"PIN TRIES", Table::Align::kRight},
                  {"STATE"}});
-    table.add({camName, id, language, profile, std::to_string(tries), name(slot)});
+    table.add({camName, id, language, profile, tries ? std::to_string(*tries) : "-", name(slot)});
     table.print();
     return kOk;
 }
@@ -118,6 +122,7 @@ int camStatus(const Common& common) {
 int camPin(const Common& common) {
     CamSession session(common.timeout);
     if (session.cam().slot() == CamSlot::kEmpty) return noCam();
+    if (!session.cam().pinTries()) return failed("the CAM has no PIN");
     const auto pin = askForPin(session);
     if (!pin) return failed("standard input holds no PIN");
     session.forgetEvents();  // such as replies to others

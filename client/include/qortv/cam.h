@@ -144,8 +144,8 @@ class Cam {
     /** Name of its operator profile, UTF-8; may be empty. */
     std::string profile();
 
-    /** Wrong PINs that the module still takes; 0 when it is locked. */
-    uint8_t pinTries();
+    /** Wrong PINs that the module still takes; 0 when it is locked, nothing when it has no PIN. */
+    std::optional<uint8_t> pinTries();
 
     /** Makes the television listen to the module. It does so for all applications once one asked.
      */
@@ -191,7 +191,6 @@ class Cam {
     void set(uint32_t type, const std::vector<uint8_t>& data, const char* what);
     struct Answer;
     Answer get(uint32_t type, uint32_t units);
-    uint8_t getByte(uint32_t type, const char* what);
     void answerMenu(uint32_t id, uint8_t answer, const char* what);
     void answerEnquiry(uint32_t id, uint8_t answer, const std::vector<uint16_t>& text,
                        const char* what);

@@ -10,8 +10,10 @@ namespace qortv {
 
 /**
  * An anonymous memory file, mapped here and handed to the service as a handle. It is sealed:
- * nobody, the service included, can shrink it under our mapping. Reuse one region for many reads;
- * it is one reader's: use it from one thread at a time.
+ * nobody, the service included, can shrink it under our mapping. A memory file made without this
+ * class is sealed against shrinking by the service, if it allows sealing: after the first read it
+ * cannot be truncated. Reuse one region for many reads; it is one reader's: use it from one thread
+ * at a time.
  */
 class SharedRegion {
   public:

@@ -21,6 +21,9 @@ using wire::FrameHeader;
 constexpr size_t kMaxFrame = sizeof(FrameHeader) + limits::kTransactionBytes;
 // First read of a message: most have less than this and come whole.
 constexpr size_t kFirstRead = 4096;
+// Behind each message lie so many zeros: who reads a text without an end at the message's end finds
+// one there, and nothing of an earlier message.
+constexpr size_t kZerosBehind = 8;
 // Messages up to this size are copied together: cheaper than a list of small pieces.
 constexpr size_t kCopyWhole = 8 * 1024;
 // In longer messages, buffers from this size on are sent from where they are.
@@ -177,7 +180,7 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
     };
     size_t have = mRest.size();
     size_t room = std::max(kFirstRead, have);
-    uint8_t* bytes = contents->storage(room, 0);
+    uint8_t* bytes = contents->storage(room + kZerosBehind, 0);
     if (have > 0) {
         memcpy(bytes, mRest.data(), have);
         mRest.clear();
@@ -200,7 +203,7 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
             headerRead = true;
             need = header->size;
             if (need > room) {
-                bytes = contents->storage(need, have);
+                bytes = contents->storage(need + kZerosBehind, have);
                 room = need;
             }
         }
@@ -253,6 +256,7 @@ ReceiveResult FrameReader::receive(int socket, FrameHeader* header, ParcelConten
         if (!mManyFrames) return malformed("message before the answer to the last one");
         mRest.assign(bytes + need, bytes + have);
     }
+    memset(bytes + need, 0, kZerosBehind);
     const size_t expected = header->descriptorCount;
     if (contents->fds.size() > expected) {
         if (!hasMore()) return malformed("descriptors that no message mentions");

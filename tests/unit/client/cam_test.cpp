@@ -141,6 +141,10 @@ TEST_F(ClientCam, ReadsWhatItIs) {
     EXPECT_EQ(mCam.profile(), "P\xC3\xA9");
     mValue = {3};
     EXPECT_EQ(mCam.pinTries(), 3);
+    mValue = {0};
+    EXPECT_EQ(mCam.pinTries(), 0) << "locked";
+    mResult = TV_NOT_SUPPORTED;
+    EXPECT_EQ(mCam.pinTries(), std::nullopt) << "a module without a PIN";
 }
 
 TEST_F(ClientCam, KnowsTheSlot) {

@@ -1,6 +1,5 @@
 /** The handlers that ask the clients for an answer, and the one that takes wake locks. */
 #include <cstring>
-#include <thread>
 
 #include "fan_out_check.h"
 #include "hhandler/registration.h"
@@ -224,15 +223,13 @@ TEST_F(ServiceWakeLock, dropsALockThatWasNeverTaken) {
 }
 
 TEST_F(ServiceWakeLock, waitsForTheRegistry) {
-    std::unique_lock<std::mutex> held(QorTvApiImpl::getCallbackMutex());
-    std::thread middleware([&] { handler(nullptr, 1, "tuner"); });
     // The first line is written before the mutex is taken, everything else after.
-    std::vector<LogLine> lines;
-    while (lines.empty()) lines = log.take();
-    EXPECT_EQ(lines, std::vector<LogLine>{wakeLockLine("_wakelock_nfy_fct")});
-    EXPECT_TRUE(gWakeLocks.empty());
-    held.unlock();
-    middleware.join();
+    expectToWaitForTheRegistry(
+            [&] { handler(nullptr, 1, "tuner"); },
+            [&] {
+                EXPECT_EQ(nextLines(log), std::vector<LogLine>{wakeLockLine("_wakelock_nfy_fct")});
+                EXPECT_TRUE(gWakeLocks.empty());
+            });
     EXPECT_EQ(log.take().size(), 2u);
     EXPECT_EQ(gWakeLocks.size(), 1u);
 }

@@ -2,6 +2,7 @@
  */
 #include <time.h>
 
+#include <cerrno>
 #include <utility>
 
 #include "hhandler/hh_svctx.h"
@@ -48,15 +49,18 @@
 
 namespace {
 
-std::function<void(const timespec&)> gOnSleep;  // while set, nobody sleeps
+// While set, nobody sleeps. Returns whether the sleep is interrupted.
+std::function<bool(const timespec&)> gOnSleep;
 
 }  // namespace
 
 // In front of the C library's: a test of ninety seconds of waiting does not wait.
 extern "C" int nanosleep(const timespec* period, timespec* remaining) {
     if (gOnSleep) {
-        gOnSleep(*period);
-        return 0;
+        if (!gOnSleep(*period)) return 0;
+        if (remaining != nullptr) *remaining = {0, 10'000'000};
+        errno = EINTR;
+        return -1;
     }
     return clock_nanosleep(CLOCK_MONOTONIC, 0, period, remaining);
 }
@@ -68,7 +72,10 @@ constexpr char kTag[] = "QorTvApiImpl(service)";
 class ServiceBringUp : public ServiceTest {
   protected:
     ServiceBringUp() {
-        gOnSleep = [this](const timespec& period) { periods.push_back(period); };
+        gOnSleep = [this](const timespec& period) {
+            periods.push_back(period);
+            return false;
+        };
         gMainSvctx = 0;
         gSubSvctx = 0;
     }
@@ -159,6 +166,7 @@ TEST_F(ServiceBringUp, waitsWhileEitherFileIsMissing) {
         gOnSleep = [&](const timespec& period) {
             periods.push_back(period);
             if (periods.size() == 3) folder.create(missing);
+            return false;
         };
         const std::vector<LogLine> lines = bringUp();
         ASSERT_EQ(lines.size(), 9u);
@@ -188,6 +196,16 @@ TEST_F(ServiceBringUp, givesUpAfterThreeThousandChecksAndStillRegistersTheHandle
 
     mTvApiDebug = 0;
     EXPECT_EQ(bringUp(), (std::vector<LogLine>{rpcLine("dtv_svc rpc server failed.")}));
+}
+
+TEST_F(ServiceBringUp, doesNotResumeAnInterruptedSleep) {
+    folder.remove("tv_api_is_init");
+    gOnSleep = [this](const timespec& period) {
+        periods.push_back(period);
+        return periods.size() <= 3000;
+    };
+    EXPECT_EQ(bringUp().size(), 2 + 3000 + 1u);
+    EXPECT_EQ(periods.size(), 3000u);
 }
 
 using Registration = std::pair<std::string, uint64_t>;  // function, tag

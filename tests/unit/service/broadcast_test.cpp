@@ -22,8 +22,11 @@ using NameCheck = std::function<void(const char*)>;
 struct ContextRow {
     const char* function;
     const char* entry;  // null for none
-    void (*plug)(Switchboard&, const NameCheck&);
-    void (*call)(QorTvApiBroadcastImpl&, const hidl_string&);
+    // The flag is the argument of the methods that have one.
+    void (*plug)(Switchboard&, const NameCheck&, bool flag);
+    void (*call)(QorTvApiBroadcastImpl&, const hidl_string&, bool flag);
+
+    std::string name() const { return std::string("a_qortvapi_broadcast_") + function; }
 };
 
 void PrintTo(const ContextRow& row, std::ostream* out) {
@@ -32,19 +35,19 @@ void PrintTo(const ContextRow& row, std::ostream* out) {
 
 const ContextRow kContextRows[] = {
         {"sync_stop", nullptr,
-         [](Switchboard& tv, const NameCheck& check) {
+         [](Switchboard& tv, const NameCheck& check, bool flag) {
              tv.on<&a_qortvapi_broadcast_sync_stop>([=](const char* context, bool block) {
                  check(context);
-                 EXPECT_TRUE(block);
+                 EXPECT_EQ(block, flag);
                  return -9;
              });
          },
-         [](auto& impl, const hidl_string& context) {
-             const int32_t result = impl.a_hidl_a_qortvapi_broadcast_sync_stop(context, true);
+         [](auto& impl, const hidl_string& context, bool flag) {
+             const int32_t result = impl.a_hidl_a_qortvapi_broadcast_sync_stop(context, flag);
              EXPECT_EQ(result, -9);
          }},
         {"strm_is_orig_scramble", "Enter.",
-         [](Switchboard& tv, const NameCheck& check) {
+         [](Switchboard& tv, const NameCheck& check, bool) {
              tv.on<&a_qortvapi_broadcast_strm_is_orig_scramble>(
                      [=](const char* context, uint32_t type, uint8_t* scrambled) {
                          check(context);
@@ -54,7 +57,7 @@ const ContextRow kContextRows[] = {
                          return -9;
                      });
          },
-         [](auto& impl, const hidl_string& context) {
+         [](auto& impl, const hidl_string& context, bool) {
              using Flags = Answers<bool, int32_t>;
              EXPECT_EQ(Flags::of([&](const auto& callback) {
                            impl.a_hidl_a_qortvapi_broadcast_strm_is_orig_scramble(
@@ -64,7 +67,7 @@ const ContextRow kContextRows[] = {
                        (Flags::All{{true, -9}}));
          }},
         {"change_freq", "Enter.",
-         [](Switchboard& tv, const NameCheck& check) {
+         [](Switchboard& tv, const NameCheck& check, bool) {
              tv.on<&a_qortvapi_broadcast_change_freq>(
                      [=](const char* context, const QORTVAPI_FREQ_INFO_T* frequency) {
                          check(context);
@@ -73,28 +76,28 @@ const ContextRow kContextRows[] = {
                          return -9;
                      });
          },
-         [](auto& impl, const hidl_string& context) {
+         [](auto& impl, const hidl_string& context, bool) {
              const int32_t result = impl.a_hidl_a_qortvapi_broadcast_change_freq(
                      context, distinctRecord<HIDL_QORTVAPI_FREQ_INFO_T>());
              EXPECT_EQ(result, -9);
          }},
         {"ana_channel_fine_tune", "Enter.",
-         [](Switchboard& tv, const NameCheck& check) {
+         [](Switchboard& tv, const NameCheck& check, bool flag) {
              tv.on<&a_qortvapi_broadcast_ana_channel_fine_tune>(
                      [=](const char* context, int32_t offset, bool tune_now) {
                          check(context);
                          EXPECT_EQ(offset, -62);
-                         EXPECT_TRUE(tune_now);
+                         EXPECT_EQ(tune_now, flag);
                          return -9;
                      });
          },
-         [](auto& impl, const hidl_string& context) {
+         [](auto& impl, const hidl_string& context, bool flag) {
              const int32_t result =
-                     impl.a_hidl_a_qortvapi_broadcast_ana_channel_fine_tune(context, -62, true);
+                     impl.a_hidl_a_qortvapi_broadcast_ana_channel_fine_tune(context, -62, flag);
              EXPECT_EQ(result, -9);
          }},
         {"get_connect_attr", "Enter.",
-         [](Switchboard& tv, const NameCheck& check) {
+         [](Switchboard& tv, const NameCheck& check, bool) {
              tv.on<&a_qortvapi_broadcast_get_connect_attr>(
                      [=](const char* context, int32_t attribute, int32_t* value) {
                          check(context);
@@ -104,7 +107,7 @@ const ContextRow kContextRows[] = {
                          return -9;
                      });
          },
-         [](auto& impl, const hidl_string& context) {
+         [](auto& impl, const hidl_string& context, bool) {
              using Values = Answers<int32_t, int32_t>;
              EXPECT_EQ(Values::of([&](const auto& callback) {
                            impl.a_hidl_a_qortvapi_broadcast_get_connect_attr(context, -3, callback);
@@ -124,25 +127,27 @@ TEST_P(ServiceBroadcastContext, isNamedByFiveCharactersAtMost) {
     };
     for (const Name& name : {Name{"", ""}, Name{"main", "main"}, Name{"main5", "main5"},
                              Name{"main56", "main5"}, Name{std::string(100000, 'x'), "xxxxx"}}) {
-        int calls = 0;
-        row.plug(tv, [&](const char* context) {
-            ++calls;
-            ASSERT_EQ(context, name.received);
-        });
-        Switchboard::startRecording();
-        row.call(*impl, name.sent);
-        EXPECT_EQ(Switchboard::stopRecording(),
-                  Texts{std::string("a_qortvapi_broadcast_") + row.function});
-        EXPECT_EQ(calls, 1);
+        for (const bool flag : {true, false}) {
+            int calls = 0;
+            const auto check = [&](const char* context) {
+                ++calls;
+                ASSERT_EQ(context, name.received);
+            };
+            row.plug(tv, check, flag);
+            Switchboard::startRecording();
+            row.call(*impl, name.sent, flag);
+            EXPECT_EQ(Switchboard::stopRecording(), Texts{row.name()});
+            EXPECT_EQ(calls, 1);
+        }
     }
 }
 
 TEST_P(ServiceBroadcastContext, hasTheEntryLineOfItsMethod) {
     const ContextRow& row = GetParam();
-    row.plug(tv, [](const char*) {});
-    expectLines(std::string("a_hidl_a_qortvapi_broadcast_") + row.function,
-                row.entry == nullptr ? Texts{} : Texts{row.entry},
-                [&] { row.call(*impl, "main"); });
+    const auto ignore = [](const char*) {};
+    row.plug(tv, ignore, true);
+    expectBridge(row.name(), row.entry == nullptr ? Texts{} : Texts{row.entry},
+                 [&] { row.call(*impl, "main", true); });
 }
 
 INSTANTIATE_TEST_SUITE_P(, ServiceBroadcastContext, testing::ValuesIn(kContextRows),
@@ -206,7 +211,7 @@ class ServiceBroadcastRegions : public ServiceBroadcast {
 TEST_F(ServiceBroadcastRegions, areConvertedWhateverTheResult) {
     for (const int32_t result : {0, -7}) {
         write({0xf4, 0xf005, 0xf006, 0xf007, "South"}, result);
-        expectLines("a_hidl_a_qortvapi_broadcast_get_target_regions", {"Enter."}, [&] {
+        expectBridge("a_qortvapi_broadcast_get_target_regions", {"Enter."}, [&] {
             EXPECT_EQ(get(), (Regions::All{{0xf4, 0xf005, 0xf006, 0xf007, "South", result}}));
         });
     }
@@ -258,8 +263,8 @@ TEST_F(ServiceBroadcastOperator, isAskedForSixtyFourCharactersAtMost) {
         }
         Texts texts = {"Enter."};
         texts.insert(texts.end(), always.begin(), always.end());
-        expectLines(
-                "a_hidl_a_qortvapi_broadcast_get_cam_operator_name", texts,
+        expectBridge(
+                "a_qortvapi_broadcast_get_cam_operator_name", texts,
                 [&] {
                     EXPECT_EQ(get(length.sent), (Names::All{{std::string(length.told, 'x'), -9}}));
                 },
@@ -299,7 +304,7 @@ TEST_F(ServiceBroadcast, theStatusOfAnApplicationHasNothingInItsGap) {
     auto status = distinctRecord<HIDL_QORTVAPI_EXTERNAL_UI_STATUS_T>();
     status.ui_id = 0xfedcba98;
     status.visible = 0xf1;
-    expectLines("a_hidl_a_qortvapi_broadcast_transfer_external_ui_status", {"Enter."}, [&] {
+    expectBridge("a_qortvapi_broadcast_transfer_external_ui_status", {"Enter."}, [&] {
         const int32_t result =
                 impl->a_hidl_a_qortvapi_broadcast_transfer_external_ui_status(status);
         EXPECT_EQ(result, -9);

@@ -1,11 +1,18 @@
 /** The channel-list methods that are more than a call: bulk reads, array reads, locked writes. */
+#include <unistd.h>
+
 #include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <cstring>
-#include <mutex>
+#include <future>
 #include <thread>
+#include <tuple>
 
 #include "QorTvApiChannelListImpl.h"
 #include "fake_ion.h"
+#include "fan_out_check.h"
 #include "middleware/channellist.h"
 #include "service_fixture.h"
 
@@ -39,9 +46,9 @@ class ServiceChannelListRequest : public ServiceTest {
     }
 
     static Events take() { return std::exchange(gIon.events, {}); }
-    static Events events() {
+    static bool happened(const std::string& event) {
         std::lock_guard<std::mutex> lock(gIonMutex);
-        return gIon.events;
+        return std::count(gIon.events.begin(), gIon.events.end(), event) > 0;
     }
 
     auto countsAnswer() {
@@ -72,7 +79,8 @@ class ServiceChannelListRequest : public ServiceTest {
     const sp<QorTvApiChannelListImpl> impl;
 };
 
-const LogLine kMapFailure = {ANDROID_LOG_ERROR, kTag, "", "mmap failed: Invalid argument\n"};
+/** Longest that a test waits for what must come. */
+constexpr std::chrono::seconds kPatience{20};
 
 // The list reads.
 
@@ -211,23 +219,6 @@ TEST_F(ServiceChannelListRequest, answersNothingWhereARegionCannotBeOpened) {
     }
 }
 
-TEST_F(ServiceChannelListRequest, handsTheMiddlewareNoBaseWhereARegionCannotBeMapped) {
-    const SharedBuffer svl(sizeof(SVL_REC_T));
-    const SharedBuffer tsl(sizeof(TSL_REC_T) - 1);  // one byte short
-    tv.on<&a_qortvapi_channellist_get_svl_tsl_recs_by_brdcast_type>(
-            [](uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, SVL_REC_T* svl_recs,
-               TSL_REC_T* tsl_recs, uint32_t*, uint32_t*) {
-                EXPECT_NE(svl_recs, nullptr);
-                EXPECT_EQ(tsl_recs, nullptr);
-                noteEvent("read");
-                return -1;
-            });
-    impl->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_brdcast_type(
-            1, 2, 3, 4, 1, svl.handle(), tsl.handle(), countsAnswer());
-    EXPECT_EQ(take(), bulk({"lock 1 2", "read", "unlock 1 2", "answer 0 0 -1"}));
-    EXPECT_EQ(errors(), std::vector<LogLine>{kMapFailure});
-}
-
 TEST_F(ServiceChannelListRequest, refusesCountsThatNoRegionHolds) {
     const SharedBuffer svl(sizeof(SVL_REC_T));
     const SharedBuffer tsl(sizeof(TSL_REC_T));
@@ -244,7 +235,7 @@ TEST_F(ServiceChannelListRequest, refusesCountsThatNoRegionHolds) {
     // In 32 bits 0x80000001 records are as many bytes as one.
     impl->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_brdcast_type(
             1, 2, 3, 4, 0x80000001u, svl.handle(), tsl.handle(), countsAnswer());
-    EXPECT_EQ(errors(), (std::vector<LogLine>{kMapFailure, kMapFailure}));
+    EXPECT_EQ(errors(), (std::vector<LogLine>{mapFailure(EINVAL), mapFailure(EINVAL)}));
 
     tv.on<&a_qortvapi_channellist_get_svl_tsl_recs_by_filter>(
             [&](int32_t, int32_t, int32_t, bool, int32_t, int32_t, int32_t, SVL_REC_T* svl_recs,
@@ -260,43 +251,225 @@ TEST_F(ServiceChannelListRequest, refusesCountsThatNoRegionHolds) {
         impl->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_filter(
                 1, 2, 3, true, 4, prev_count, next_count, svl.handle(), tsl.handle(),
                 countsAnswer());
-        EXPECT_EQ(errors(), (std::vector<LogLine>{kMapFailure, kMapFailure}));
+        EXPECT_EQ(errors(), (std::vector<LogLine>{mapFailure(EINVAL), mapFailure(EINVAL)}));
     }
     EXPECT_EQ(calls, 5);
 }
 
-TEST_F(ServiceChannelListRequest, readsListsOneAfterAnother) {
+// The reads into two regions, with records of both kinds, and what all of them have in common.
+
+using Fill = std::function<void(SVL_REC_T*, TSL_REC_T*)>;
+
+struct BulkRow {
+    const char* name;
+    /** Whether the middleware is called for each record, else once for all. */
+    bool loops;
+    /** Plugs a middleware that does no more than `fill` with the places that it is given. */
+    void (*plug)(switchboard::Switchboard& tv, const Fill& fill);
+    /** Reads `count` records under the lock of `svl_id` and 2. */
+    void (*read)(QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count,
+                 const hidl_handle& svl, const hidl_handle& tsl);
+};
+
+template <auto Function>
+void plugBulkRead(switchboard::Switchboard& tv, const Fill& fill) {
+    tv.on<Function>([=](auto... arguments) {
+        const std::tuple all(arguments...);
+        fill(std::get<SVL_REC_T*>(all), std::get<TSL_REC_T*>(all));
+        return 0;
+    });
+}
+
+void ignoreCounts(uint32_t, uint32_t, int32_t) {}
+
+const BulkRow kBulkRows[] = {
+        {"by_filter", false, &plugBulkRead<&a_qortvapi_channellist_get_svl_tsl_recs_by_filter>,
+         [](QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count, const hidl_handle& svl,
+            const hidl_handle& tsl) {
+             const int32_t prev_count = count / 3;
+             impl.a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_filter(
+                     svl_id, 2, 3, true, 4, prev_count, count - prev_count, svl, tsl, ignoreCounts);
+         }},
+        {"by_mask", false, &plugBulkRead<&a_qortvapi_channellist_get_svl_tsl_recs_by_mask>,
+         [](QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count, const hidl_handle& svl,
+            const hidl_handle& tsl) {
+             impl.a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_mask(svl_id, 2, 3, 4, 5, 6, 7,
+                                                                         8, 9, count, svl, tsl);
+         }},
+        {"by_brdcast_type", false,
+         &plugBulkRead<&a_qortvapi_channellist_get_svl_tsl_recs_by_brdcast_type>,
+         [](QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count, const hidl_handle& svl,
+            const hidl_handle& tsl) {
+             impl.a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_brdcast_type(
+                     svl_id, 2, 3, 4, count, svl, tsl, ignoreCounts);
+         }},
+        {"by_handle_ex", true, &plugBulkRead<&a_qortvapi_channellist_get_svl_tsl_rec_by_handle>,
+         [](QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count, const hidl_handle& svl,
+            const hidl_handle& tsl) {
+             impl.a_hidl_a_qortvapi_channellist_get_svl_tsl_rec_by_handle_ex(svl_id, 2, count, svl,
+                                                                             tsl, ignoreCounts);
+         }},
+        {"by_index_ex", true, &plugBulkRead<&a_qortvapi_favorite_list_get_svl_tsl_rec_by_index>,
+         [](QorTvApiChannelListImpl& impl, uint16_t svl_id, uint16_t count, const hidl_handle& svl,
+            const hidl_handle& tsl) {
+             impl.a_hidl_a_qortvapi_channellist_get_svl_tsl_rec_by_index_ex(9, svl_id, 2, 3, 4, 5,
+                                                                            6, count, 7, svl, tsl);
+         }},
+};
+
+/** At some of these counts a record less, or more, of either kind takes a page less, or more. */
+constexpr uint16_t kCounts[] = {20, 21, 26};
+
+class ServiceChannelListBulk : public ServiceChannelListRequest,
+                               public testing::WithParamInterface<BulkRow> {};
+
+INSTANTIATE_TEST_SUITE_P(, ServiceChannelListBulk, testing::ValuesIn(kBulkRows),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(ServiceChannelListBulk, fillsRegionsOfSeveralPages) {
+    for (const uint16_t count : kCounts) {
+        SCOPED_TRACE(count);
+        const SharedBuffer svl(count * sizeof(SVL_REC_T));
+        const SharedBuffer tsl(count * sizeof(TSL_REC_T));
+        int calls = 0;
+        GetParam().plug(tv, [&](SVL_REC_T* svl_recs, TSL_REC_T* tsl_recs) {
+            ASSERT_NE(svl_recs, nullptr);
+            ASSERT_NE(tsl_recs, nullptr);
+            ++calls;
+            const int last = GetParam().loops ? 0 : count - 1;
+            svl_recs[last] = filledWith<SVL_REC_T>(static_cast<uint8_t>(calls));
+            tsl_recs[last] = filledWith<TSL_REC_T>(static_cast<uint8_t>(0x40 + calls));
+        });
+        GetParam().read(*impl, 1, count, svl.handle(), tsl.handle());
+        EXPECT_EQ(calls, GetParam().loops ? count : 1);
+        const std::vector<uint8_t> services = svl.bytes();
+        const std::vector<uint8_t> streams = tsl.bytes();
+        EXPECT_EQ(std::vector<uint8_t>(services.end() - 396, services.end()),
+                  std::vector<uint8_t>(396, static_cast<uint8_t>(calls)));
+        EXPECT_EQ(std::vector<uint8_t>(streams.end() - 628, streams.end()),
+                  std::vector<uint8_t>(628, static_cast<uint8_t>(0x40 + calls)));
+    }
+}
+
+TEST_P(ServiceChannelListBulk, hasNoBaseWhereTheLastPageIsMissing) {
+    const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    for (const uint16_t count : kCounts) {
+        for (const bool short_services : {true, false}) {
+            SCOPED_TRACE(std::to_string(count) + (short_services ? " services" : " streams"));
+            const size_t svl_size = count * sizeof(SVL_REC_T);
+            const size_t tsl_size = count * sizeof(TSL_REC_T);
+            const SharedBuffer svl(short_services ? (svl_size - 1) / page * page : svl_size);
+            const SharedBuffer tsl(short_services ? tsl_size : (tsl_size - 1) / page * page);
+            int calls = 0;
+            GetParam().plug(tv, [&](SVL_REC_T* svl_recs, TSL_REC_T* tsl_recs) {
+                ++calls;
+                EXPECT_EQ(svl_recs == nullptr, short_services);
+                EXPECT_EQ(tsl_recs == nullptr, !short_services);
+            });
+            GetParam().read(*impl, 1, count, svl.handle(), tsl.handle());
+            EXPECT_EQ(calls, GetParam().loops ? count : 1);
+            EXPECT_EQ(errors(), std::vector<LogLine>{mapFailure(EINVAL)});
+        }
+    }
+}
+
+TEST_P(ServiceChannelListBulk, mapsServicesThenStreamsThenLocks) {
+    const SharedBuffer nothing(0);
+    std::vector<LogLine> before_lock;
+    tv.on<&a_qortvapi_channellist_lock_database>([&](uint32_t, uint32_t) {
+        before_lock = errors();
+        noteEvent("lock");
+        return 0;
+    });
+    GetParam().plug(tv, [](SVL_REC_T* svl_recs, TSL_REC_T* tsl_recs) {
+        EXPECT_EQ(svl_recs, nullptr);
+        EXPECT_EQ(tsl_recs, nullptr);
+        noteEvent("read");
+    });
+    // A handle without a descriptor fails in another way than a file without a byte.
+    GetParam().read(*impl, 1, 1, hidl_handle(), nothing.handle());
+    EXPECT_EQ(before_lock, (std::vector<LogLine>{mapFailure(EBADF), mapFailure(EINVAL)}));
+    EXPECT_EQ(take(), bulk({"lock", "read", "unlock 1 2"}));
+    EXPECT_TRUE(errors().empty());
+}
+
+class ServiceChannelListPair : public ServiceChannelListRequest,
+                               public testing::WithParamInterface<std::tuple<BulkRow, BulkRow>> {};
+
+std::vector<BulkRow> listReads() {
+    std::vector<BulkRow> rows;
+    for (const BulkRow& row : kBulkRows) {
+        if (!row.loops) rows.push_back(row);
+    }
+    return rows;
+}
+
+INSTANTIATE_TEST_SUITE_P(, ServiceChannelListPair,
+                         testing::Combine(testing::ValuesIn(listReads()),
+                                          testing::ValuesIn(listReads())),
+                         [](const auto& pair) {
+                             return std::string(std::get<0>(pair.param).name) + "_then_" +
+                                    std::get<1>(pair.param).name;
+                         });
+
+TEST_P(ServiceChannelListPair, readsListsOneAfterAnother) {
+    const auto& [first, second] = GetParam();
+    const SharedBuffer svl(sizeof(SVL_REC_T));
+    const SharedBuffer tsl(sizeof(TSL_REC_T));
+    const SharedBuffer nothing(0);
+    std::thread other;
+    gIon.closing = [&, second = second](int device) {
+        if (device != 2) return;
+        // The first read's last step before it lets the mutex go. The second read tells of its
+        // mappings; what is left before its lock is the mutex.
+        std::atomic<pid_t> id{0};
+        other = std::thread([&] {
+            id = gettid();
+            second.read(*impl, 5, 1, hidl_handle(), nothing.handle());
+        });
+        const auto end = std::chrono::steady_clock::now() + kPatience;
+        std::vector<LogLine> lines;
+        while (lines.size() < 2 && std::chrono::steady_clock::now() < end) {
+            for (LogLine& line : errors()) lines.push_back(std::move(line));
+            std::this_thread::yield();
+        }
+        EXPECT_EQ(lines, (std::vector<LogLine>{mapFailure(EBADF), mapFailure(EINVAL)}));
+        while (!happened("lock 5 2") && !sleeps(id)) std::this_thread::yield();
+    };
+    first.read(*impl, 1, 1, svl.handle(), tsl.handle());
+    other.join();
+    EXPECT_EQ(take(), (Events{"open 1", "import 1", "open 2", "import 2", "lock 1 2", "unlock 1 2",
+                              "close 1", "open 3", "import 3", "open 4", "import 4", "close 2",
+                              "lock 5 2", "unlock 5 2", "close 3", "close 4"}));
+}
+
+TEST_F(ServiceChannelListRequest, readsRecordsAndIdsWhileAListReadAnswers) {
     const SharedBuffer svl(sizeof(SVL_REC_T));
     const SharedBuffer tsl(sizeof(TSL_REC_T));
     const SharedBuffer other_svl(sizeof(SVL_REC_T));
     const SharedBuffer other_tsl(sizeof(TSL_REC_T));
-    std::thread other;
-    const auto start_other = [&] {
-        other = std::thread([&] {
-            impl->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_mask(
-                    5, 6, 3, 4, 5, 6, 7, 8, 9, 1, other_svl.handle(), other_tsl.handle());
-        });
-        // When it has opened both regions, the module's mutex is what is left before its lock.
-        while (events().size() < 8) std::this_thread::yield();
-        // Time in which a read without the mutex would come as far as its lock.
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    };
-    std::mutex events_mutex;
-    Events locks;
-    tv.on<&a_qortvapi_channellist_lock_database>([&](uint32_t svl_id, uint32_t) {
-        std::lock_guard<std::mutex> lock(events_mutex);
-        locks.push_back("lock " + std::to_string(svl_id));
-        return 0;
-    });
-    tv.on<&a_qortvapi_channellist_unlock_database>([](uint32_t, uint32_t) { return 0; });
+    const SharedBuffer ids(2);
+    std::future<void> others;
     impl->a_hidl_a_qortvapi_channellist_get_svl_tsl_recs_by_filter(
             1, 2, 3, true, 4, 1, 0, svl.handle(), tsl.handle(), [&](uint32_t, uint32_t, int32_t) {
-                start_other();
-                std::lock_guard<std::mutex> lock(events_mutex);
-                EXPECT_EQ(locks, Events{"lock 1"}) << "the other read waits while this one answers";
+                others = std::async(std::launch::async, [&] {
+                    for (const BulkRow& row : kBulkRows) {
+                        if (row.loops) {
+                            row.read(*impl, 5, 1, other_svl.handle(), other_tsl.handle());
+                        }
+                    }
+                    impl->a_hidl_a_qortvapi_tvprovider_get_all_svlid(
+                            ids.handle(), 1, [](uint16_t, int32_t) { noteEvent("ids"); });
+                });
+                EXPECT_EQ(others.wait_for(kPatience), std::future_status::ready);
+                noteEvent("answer");
             });
-    other.join();
-    EXPECT_EQ(locks, (Events{"lock 1", "lock 5"}));
+    others.get();
+    const Events events = take();
+    EXPECT_EQ(std::count(events.begin(), events.end(), "lock 5 2"), 2);
+    EXPECT_EQ(std::count(events.begin(), events.end(), "ids"), 1);
+    EXPECT_EQ(Events(events.end() - 4, events.end()),
+              (Events{"close 7", "answer", "close 1", "close 2"}));
 }
 
 // The loops.
@@ -515,10 +688,13 @@ TEST_F(ServiceChannelListIds, logsAFailureWhileDebuggingIsOn) {
 }
 
 TEST_F(ServiceChannelListIds, answersTheRequestedCountWhereTheRegionIsUnusable) {
-    const SharedBuffer region(3 * 2 - 1);
+    const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    const SharedBuffer region(page);
+    const auto count = static_cast<uint16_t>(page / 2 + 1);
     const uint64_t calls = switchboard::slot<&a_qortvapi_tvprovider_get_all_svlid>.calls();
-    read(region.handle(), 3);
-    EXPECT_EQ(take(), (Events{"open 1", "import 1", "answer 3 0", "close 1"}));
+    read(region.handle(), count);
+    EXPECT_EQ(take(),
+              (Events{"open 1", "import 1", "answer " + std::to_string(count) + " 0", "close 1"}));
     gIon = FakeIon();
     gIon.failing_open = 1;
     read(region.handle(), 2);
@@ -665,6 +841,12 @@ TEST_F(ServiceChannelListRequest, haveEntryLinesOfTheirMethods) {
         log.take();
         call();
         EXPECT_EQ(log.take().at(0), debugLine(kTag, method, method));
+        mTvApiDebug = 0;
+        call();
+        for (const LogLine& line : log.take()) {
+            EXPECT_EQ(line.text.find(method), std::string::npos) << line;
+        }
+        mTvApiDebug = 1;
     }
 }
 

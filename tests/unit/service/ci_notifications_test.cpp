@@ -206,6 +206,24 @@ TEST_F(ServiceCiNotifications, holdTheRegistryWhileTheyCall) {
     QorTvApiImpl::getCallbackMutex().unlock();
 }
 
+TEST_F(ServiceCiNotifications, areLoggedOnceTheRegistryIsTheirs) {
+    CI_MMI_MENU_T menu = {};
+    CI_MMI_ENQ_T enquiry = {};
+    for (const auto& [condition, record] : std::vector<std::pair<int32_t, void*>>{
+                 {0, nullptr}, {3, &enquiry}, {4, &menu}, {7, nullptr}}) {
+        SCOPED_TRACE(condition);
+        const sp<RecordingClient> client = new RecordingClient();
+        QorTvApiImpl::getCallbackHandlers() = {{1, client}};
+        expectToWaitForTheRegistry(
+                [&, code = condition, data = record] { handler(kHandle, nullptr, code, data); },
+                [&] {
+                    EXPECT_EQ(log.take(), std::vector<LogLine>());
+                    EXPECT_TRUE(client->calls().empty());
+                });
+        EXPECT_FALSE(log.take().empty());
+    }
+}
+
 // Dialogues.
 
 TEST_F(ServiceCiNotifications, anEnquiryIsRebuilt) {

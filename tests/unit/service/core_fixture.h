@@ -7,9 +7,33 @@
 
 #include "service_fixture.h"
 
+using Lines = std::vector<LogLine>;
+
+/** A result callback for any method: puts the lines that were written before it aside. */
+struct LineParter {
+    LogCapture& log;
+    std::vector<Lines>& parts;
+
+    template <typename... Results>
+    void operator()(const Results&...) const {
+        parts.push_back(log.take());
+    }
+};
+
 class CoreTest : public ServiceTest {
   protected:
     CoreTest() : impl(new QorTvApiImpl()) { log.take(); }
+
+    /** The lines of a request, which is handed its callback: those before its answer and those
+     * behind it. */
+    template <typename Request>
+    std::vector<Lines> linesAroundAnswer(const Request& request) {
+        log.take();
+        std::vector<Lines> parts;
+        request(LineParter{log, parts});
+        parts.push_back(log.take());
+        return parts;
+    }
 
     const sp<QorTvApiImpl> impl;
 };

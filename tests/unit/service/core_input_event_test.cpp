@@ -16,7 +16,7 @@ namespace {
 
 // What the system calls below were asked for, and what they do.
 bool gSocketsFail = false;
-std::vector<socklen_t> gAddressLengths;
+std::vector<std::pair<std::string, socklen_t>> gConnects;
 std::vector<std::pair<size_t, int>> gSends;
 std::function<void()> gBeforeSend = [] {};
 
@@ -30,7 +30,7 @@ extern "C" int socket(int domain, int type, int protocol) {
     return static_cast<int>(syscall(SYS_socket, domain, type, protocol));
 }
 extern "C" int connect(int fd, const sockaddr* address, socklen_t length) {
-    gAddressLengths.push_back(length);
+    gConnects.emplace_back(reinterpret_cast<const sockaddr_un*>(address)->sun_path, length);
     return static_cast<int>(syscall(SYS_connect, fd, address, length));
 }
 extern "C" ssize_t send(int fd, const void* data, size_t size, int flags) {
@@ -90,7 +90,7 @@ class InputSocket {
 class ServiceInputEvent : public CoreContextsTest {
   protected:
     ServiceInputEvent() {
-        gAddressLengths.clear();
+        gConnects.clear();
         gSends.clear();
     }
     ~ServiceInputEvent() override {
@@ -130,7 +130,20 @@ TEST_F(ServiceInputEvent, carriesTheValuesOfItsKind) {
         EXPECT_EQ(size, 20u) << "one write";
         EXPECT_EQ(flags, MSG_NOSIGNAL);
     }
-    EXPECT_EQ(gAddressLengths, std::vector<socklen_t>(gSends.size(), 110));
+    EXPECT_EQ(gConnects, decltype(gConnects)(gSends.size(), {path(), 110}));
+}
+
+TEST_F(ServiceInputEvent, goesToTheFolderOfADeviceWhereNoOtherIsNamed) {
+    const auto connects = [&] {
+        gConnects.clear();
+        send(1);  // of the kind that only connects
+        return gConnects;
+    };
+    const decltype(gConnects) expected = {{"/mnt/vendor/tmp/DFBInput", 110}};
+    setenv("QORTV_VENDOR_TMP", "", 1);
+    EXPECT_EQ(connects(), expected);
+    unsetenv("QORTV_VENDOR_TMP");
+    EXPECT_EQ(connects(), expected);
 }
 
 TEST_F(ServiceInputEvent, ofAnotherKindIsRefused) {
@@ -162,7 +175,7 @@ TEST_F(ServiceInputEvent, aPathThatNoSocketCanHaveIsAnErrorOfTheConnection) {
     EXPECT_EQ(send(0), -1);
     EXPECT_EQ(linesOf(kTag),
               std::vector<LogLine>{debugLine(kTag, "hh_send_key_and_mouse", "connect error \n")});
-    EXPECT_TRUE(gAddressLengths.empty()) << "another socket might lie where the path is cut";
+    EXPECT_TRUE(gConnects.empty()) << "another socket might lie where the path is cut";
 }
 
 TEST_F(ServiceInputEvent, aPeerThatHangsUpIsAnErrorInTheLogOnly) {

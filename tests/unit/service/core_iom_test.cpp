@@ -138,7 +138,7 @@ TEST_F(ServiceIom, aRegionThatIsNoneNeverReachesTheMiddleware) {
 }
 
 TEST_F(ServiceIom, aRegionThatIsTooSmallIsNotOpenedAndNotWrittenFrom) {
-    const SharedBuffer small(15);
+    const SharedBuffer small(0);  // any other has a page, and so the bytes
     switchboard::Switchboard::startRecording();
     impl->a_hidl_c_iom_open(1, 2, "", small.handle(), 0, noteAnswer());
     EXPECT_EQ(take(), mapped({"close 1", "answer 0 -1"}));
@@ -147,7 +147,7 @@ TEST_F(ServiceIom, aRegionThatIsTooSmallIsNotOpenedAndNotWrittenFrom) {
 }
 
 TEST_F(ServiceIom, aRegionThatIsTooSmallIsReadAsNull) {
-    const SharedBuffer small(15);
+    const SharedBuffer small(0);
     tv.on<&c_iom_get>([](uint32_t, uint16_t, void* data, uint32_t*) {
         EXPECT_EQ(data, nullptr);
         return -1;

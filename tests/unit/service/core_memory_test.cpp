@@ -12,6 +12,7 @@ using Bytes = std::vector<uint8_t>;
 using switchboard::Switchboard;
 
 const auto kIgnore = [](const auto&...) {};
+constexpr auto kItem = HIDL_QORTVAPI_UPGRADE_SET_TYPE_T::QORTVAPI_UPGRADE_SET_TYPE_ITEM;
 
 class ServiceCoreShortMemory : public CoreTest {
   protected:
@@ -74,47 +75,69 @@ TEST_F(ServiceCoreShortMemory, theStatusOfEventTablesIsNotAnswered) {
     EXPECT_EQ(answers, 0);
 }
 
-/** A method that cannot do without its array: `call` asks for `count` elements of `size` bytes. */
+TEST_F(ServiceCoreShortMemory, isAskedForWhere32BitsCanCountItWithAByteBehindIt) {
+    const ShortMemory memory(0);
+    for (const auto& [size, asked_for] : {std::pair{0xfffffffe, 1}, {0xffffffff, 0}}) {
+        const int before = arraysAskedFor();
+        impl->a_hidl_a_qortvapi_util_get("name", 1, {}, size, kIgnore);
+        EXPECT_EQ(arraysAskedFor() - before, asked_for) << size;
+    }
+}
+
+/** A method that cannot do without its array, of `count` elements of `size` bytes. */
 struct RequiredRow {
-    const char* function;
+    const char* method;  // the one that the last words name
     int64_t count;
     size_t size;
     std::function<void(QorTvApiImpl&)> call;
 };
 
 void PrintTo(const RequiredRow& row, std::ostream* out) {
-    *out << row.function;
+    *out << row.method;
 }
 
 // clang-format off
 const RequiredRow kRequiredRows[] = {
-    {"screenmode_get_all_screen_mode", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_screenmode_get_all_screen_mode(3, kIgnore); }},
-    {"av_mode_get_all_picture_mode", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_picture_mode(3, kIgnore); }},
-    {"av_mode_get_all_sound_effect", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_sound_effect(3, kIgnore); }},
-    {"banner_get_item_content", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_banner_get_item_content(1, 2, 3, kIgnore); }},
-    {"get_base_config_file_path", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_get_base_config_file_path(3, kIgnore); }},
-    {"parser_get_string_config_data", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_parser_get_string_config_data("f", "k", 3, kIgnore); }},
-    {"subtitle_get_loop", 2, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_subtitle_get_loop({1, 2}, kIgnore); }},
-    {"event_atsc_load_events", 3, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_load_events(1, 2, 3, kIgnore); }},
-    {"event_atsc_get_details_info", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_get_details_info(1, 3, kIgnore); }},
-    {"event_atsc_get_detail_info_by_index", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_get_detail_info_by_index(1, 2, 3, kIgnore); }},
-    {"audio_info_get_current_lanuage", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_current_lanuage(3, kIgnore); }},
-    {"audio_info_get_available_record", 3, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_available_record(3, kIgnore); }},
-    {"audio_info_get_inputsource_available_record", 3, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_inputsource_available_record(3, kIgnore); }},
-    {"audio_info_get_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_data(1, 3, {}, kIgnore); }},
-    {"videoinfo_get_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_videoinfo_get_data(1, 3, {}, kIgnore); }},
-    {"mds_getValue", 5120, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_mds_getValue("m", 1, kIgnore); }},
+    {"a_hidl_a_qortvapi_screenmode_get_all_screen_mode", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_screenmode_get_all_screen_mode(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_av_mode_get_all_picture_mode", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_picture_mode(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_av_mode_get_all_sound_effect", 3, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_sound_effect(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_banner_get_item_content", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_banner_get_item_content(1, 2, 3, kIgnore); }},
+    {"a_hidl_a_qortvapi_get_base_config_file_path", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_get_base_config_file_path(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_parser_get_string_config_data", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_parser_get_string_config_data("f", "k", 3, kIgnore); }},
+    {"a_hidl_a_qortvapi_subtitle_get_loop", 2, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_subtitle_get_loop({1, 2}, kIgnore); }},
+    {"a_hidl_a_qortvapi_event_atsc_load_events", 3, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_load_events(1, 2, 3, kIgnore); }},
+    {"a_hidl_a_qortvapi_event_atsc_get_details_info", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_get_details_info(1, 3, kIgnore); }},
+    {"a_hidl_a_qortvapi_event_atsc_get_detail_info_by_index", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_get_detail_info_by_index(1, 2, 3, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_current_lanuage", 4, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_current_lanuage(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_available_record", 3, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_available_record(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_inputsource_available_record", 3, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_inputsource_available_record(3, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_data(1, 3, {}, kIgnore); }},
+    {"a_hidl_a_qortvapi_videoinfo_get_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_videoinfo_get_data(1, 3, {}, kIgnore); }},
+    {"a_hidl_a_qortvapi_mds_getValue", 5120, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_mds_getValue("m", 1, kIgnore); }},
+    {"hh_a_qortvapi_ewspa_set", 3, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_ewspa_set(1, 2, {1, 2, 3}, kIgnore); }},
+    {"hh_a_qortvapi_ewspa_get", 3, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_ewspa_get(1, 2, {1, 2, 3}, kIgnore); }},
+    {"hh_c_svctx_get_64", 3, 1, [](auto& impl) { impl.a_hidl_c_svctx_get_64(1, 2, {1, 2, 3}, kIgnore); }},
+    {"hh_c_svctx_generic_set_info", 3, 1, [](auto& impl) { impl.a_hidl_c_svctx_generic_set_info(1, 2, 3, {1, 2, 3}, kIgnore); }},
+    // Fewer were sent than the client says.
+    {"a_hidl_a_qortvapi_util_set", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_util_set("n", 1, {1, 2}, 3); }},
+    {"a_hidl_a_qortvapi_upgrade_set", 3, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_upgrade_set(kItem, {1, 2}, 3, {1, 2, 3}); }},
+    {"a_hidl_a_qortvapi_audio_info_set_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_set_data(1, {1, 2}, 3); }},
+    {"a_hidl_a_qortvapi_videoinfo_set_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_videoinfo_set_data(1, {1, 2}, 3); }},
 };
 
-/** Sizes that 32 bits cannot say, or that are negative. */
+/** Sizes that 32 bits cannot say, the byte behind the elements counted, or that are negative. */
 const RequiredRow kImpossibleRows[] = {
-    {"screenmode_get_all_screen_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_screenmode_get_all_screen_mode(0x80000000, kIgnore); }},
-    {"av_mode_get_all_picture_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_picture_mode(0x80000000, kIgnore); }},
-    {"event_atsc_load_events", 0x40000000, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_load_events(1, 2, 0x40000000, kIgnore); }},
-    {"audio_info_get_available_record", 0x10000000, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_available_record(0x10000000, kIgnore); }},
-    {"banner_get_item_content", 0x100000000, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_banner_get_item_content(1, 2, 0xffffffff, kIgnore); }},
-    {"get_base_config_file_path", -1, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_get_base_config_file_path(-2, kIgnore); }},
-    {"parser_get_string_config_data", -32767, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_parser_get_string_config_data("f", "k", -32768, kIgnore); }},
+    {"a_hidl_a_qortvapi_screenmode_get_all_screen_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_screenmode_get_all_screen_mode(0x80000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_av_mode_get_all_picture_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_picture_mode(0x80000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_av_mode_get_all_sound_effect", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_sound_effect(0x80000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_event_atsc_load_events", 0x40000000, 4, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_load_events(1, 2, 0x40000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_available_record", 0x10000000, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_available_record(0x10000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_inputsource_available_record", 0x10000000, 44, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_inputsource_available_record(0x10000000, kIgnore); }},
+    {"a_hidl_a_qortvapi_event_atsc_get_details_info", 0xffffffff, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_event_atsc_get_details_info(1, 0xffffffff, kIgnore); }},
+    {"a_hidl_a_qortvapi_audio_info_get_current_lanuage", 0xffffffff, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_audio_info_get_current_lanuage(0xfffffffe, kIgnore); }},
+    {"a_hidl_a_qortvapi_banner_get_item_content", 0x100000000, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_banner_get_item_content(1, 2, 0xffffffff, kIgnore); }},
+    {"a_hidl_a_qortvapi_get_base_config_file_path", -1, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_get_base_config_file_path(-2, kIgnore); }},
+    {"a_hidl_a_qortvapi_parser_get_string_config_data", -32767, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_parser_get_string_config_data("f", "k", -32768, kIgnore); }},
 };
 // clang-format on
 
@@ -122,8 +145,8 @@ class ServiceCoreMemoryDeathTest : public CoreTest,
                                    public testing::WithParamInterface<RequiredRow> {
   protected:
     static std::string lastWords(const RequiredRow& row) {
-        return std::string("a_hidl_a_qortvapi_") + row.function + ": no memory for " +
-               std::to_string(row.count) + " elements of " + std::to_string(row.size) + " bytes";
+        return std::string(row.method) + ": no memory for " + std::to_string(row.count) +
+               " elements of " + std::to_string(row.size) + " bytes";
     }
 };
 
@@ -144,8 +167,8 @@ TEST_P(ServiceCoreImpossibleSizeDeathTest, endsTheProcess) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, ServiceCoreRequiredMemoryDeathTest, testing::ValuesIn(kRequiredRows),
-                         [](const auto& row) { return std::string(row.param.function); });
+                         [](const auto& row) { return std::string(row.param.method); });
 INSTANTIATE_TEST_SUITE_P(, ServiceCoreImpossibleSizeDeathTest, testing::ValuesIn(kImpossibleRows),
-                         [](const auto& row) { return std::string(row.param.function); });
+                         [](const auto& row) { return std::string(row.param.method); });
 
 }  // namespace

@@ -40,7 +40,6 @@ class ServiceContext : public CoreContextsTest {
             answer = std::vector<uint8_t>(bytes.begin(), bytes.end());
             answerData = bytes.data();
             result = its_result;
-            linesBeforeAnswer = log.take().size();
         };
     }
 
@@ -48,7 +47,6 @@ class ServiceContext : public CoreContextsTest {
     std::vector<uint8_t> answer;
     const void* answerData = nullptr;
     int32_t result = 0;
-    size_t linesBeforeAnswer = 0;
 };
 
 // Opening and closing.
@@ -108,10 +106,18 @@ TEST_F(ServiceContext, isTriedAgainWhereItCouldNotBeOpened) {
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(ServiceContext, openingLogsTheNameAndTheResult) {
+TEST_F(ServiceContext, openingLogsTheNameAndTheResultBeforeTheAnswer) {
     gMainSvctx = 17;
-    expectDebugLines({debugLine(kTag, "hh_c_svctx_open", "main 0")}, [&] { open("main"); });
-    expectDebugLines({debugLine(kTag, "hh_c_svctx_open", "other -1")}, [&] { open("other"); });
+    for (const auto& [name, line] : {std::pair{"main", "main 0"}, {"other", "other -1"}}) {
+        const auto request = [&, its_name = name](const auto& answered) {
+            impl->a_hidl_c_svctx_open(its_name, answered);
+        };
+        mTvApiDebug = 1;
+        EXPECT_EQ(linesAroundAnswer(request),
+                  (std::vector<Lines>{{debugLine(kTag, "hh_c_svctx_open", line)}, {}}));
+        mTvApiDebug = 0;
+        EXPECT_EQ(linesAroundAnswer(request), (std::vector<Lines>{{}, {}}));
+    }
 }
 
 TEST_F(ServiceContext, isOpenedForAClientThatDoesNotAskForTheHandle) {
@@ -424,12 +430,11 @@ class ServiceContextLine : public ServiceContext, public testing::WithParamInter
 
 TEST_P(ServiceContextLine, followsTheAnswer) {
     const LineRow& row = GetParam();
-    expectDebugLines({debugLine(kTag, row.handler, row.text)},
-                     [&] { row.request(*impl, takeBytes()); });
-    EXPECT_EQ(answers, 2);
-    EXPECT_EQ(linesBeforeAnswer, 0u);
-    row.request(*impl, takeBytes());
-    EXPECT_EQ(linesBeforeAnswer, 0u);
+    const auto request = [&](const auto& answered) { row.request(*impl, answered); };
+    EXPECT_EQ(linesAroundAnswer(request),
+              (std::vector<Lines>{{}, {debugLine(kTag, row.handler, row.text)}}));
+    mTvApiDebug = 0;
+    EXPECT_EQ(linesAroundAnswer(request), (std::vector<Lines>{{}, {}}));
 }
 
 INSTANTIATE_TEST_SUITE_P(, ServiceContextLine, testing::ValuesIn(kLineRows),

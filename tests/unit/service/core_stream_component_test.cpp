@@ -34,6 +34,12 @@ class ServiceComponent : public CoreContextsTest {
         return answers.at(0);
     }
     size_t opened() const { return mPlaces.size(); }
+    /** The lines of an opening, before its answer and behind it. */
+    std::vector<Lines> linesOfOpening(uint32_t type, const hidl_string& sink, uint32_t code) {
+        return linesAroundAnswer([&](const auto& answered) {
+            impl->a_hidl_c_scc_comp_open(type, sink, code, {}, answered);
+        });
+    }
 
     int32_t openResult = 0;
     std::function<void(const SCC_CMD_T*)> onOpen = [](const SCC_CMD_T*) {};
@@ -110,10 +116,11 @@ TEST_F(ServiceComponent, isTriedAgainWhereItCouldNotBeOpened) {
     for (const uint8_t debug : {uint8_t{1}, uint8_t{0}}) {
         mTvApiDebug = debug;
         EXPECT_EQ(open(2, "snk_Sub", 0x80000000), Handle(0, -6));
-        EXPECT_EQ(log.take(),
-                  (std::vector<LogLine>{
-                          debugLine(kTag, "_set_cmd_array", "2, snk_Sub, -2147483648"),
-                          debugLine(kTag, "hh_c_scc_comp_open", "Can't Open SCC handle")}));
+        EXPECT_EQ(linesOfOpening(2, "snk_Sub", 0x80000000),
+                  (std::vector<Lines>{
+                          {debugLine(kTag, "_set_cmd_array", "2, snk_Sub, -2147483648"),
+                           debugLine(kTag, "hh_c_scc_comp_open", "Can't Open SCC handle")},
+                          {}}));
     }
     openResult = 7;  // whatever is not 0 is a failure
     EXPECT_EQ(open(2, "snk_SubDisp"), Handle(0, 7));
@@ -121,19 +128,18 @@ TEST_F(ServiceComponent, isTriedAgainWhereItCouldNotBeOpened) {
     EXPECT_EQ(open(2, "snk_SubDisp").second, 0);
 }
 
-TEST_F(ServiceComponent, openingIsLogged) {
-    open(1, "snk_MainDisp", 9);
-    open(1, "snk_MainDisp", 9);
-    EXPECT_EQ(log.take(),
-              (std::vector<LogLine>{
-                      debugLine(kTag, "_set_cmd_array", "1, snk_MainDisp, 9"),
-                      debugLine(kTag, "hh_c_scc_comp_open", "-2147483647"),
-                      debugLine(kTag, "hh_c_scc_comp_open", "already open. -2147483647")}));
+TEST_F(ServiceComponent, openingIsLoggedBeforeTheAnswer) {
+    EXPECT_EQ(linesOfOpening(1, "snk_MainDisp", 9),
+              (std::vector<Lines>{{debugLine(kTag, "_set_cmd_array", "1, snk_MainDisp, 9"),
+                                   debugLine(kTag, "hh_c_scc_comp_open", "-2147483647")},
+                                  {}}));
+    EXPECT_EQ(linesOfOpening(1, "snk_MainDisp", 9),
+              (std::vector<Lines>{
+                      {debugLine(kTag, "hh_c_scc_comp_open", "already open. -2147483647")}, {}}));
     mTvApiDebug = 0;
-    open(1, "snk_SubDisp", 9);
-    open(1, "snk_SubDisp", 9);
-    EXPECT_EQ(log.take(),
-              std::vector<LogLine>{debugLine(kTag, "_set_cmd_array", "1, snk_SubDisp, 9")});
+    EXPECT_EQ(linesOfOpening(1, "snk_SubDisp", 9),
+              (std::vector<Lines>{{debugLine(kTag, "_set_cmd_array", "1, snk_SubDisp, 9")}, {}}));
+    EXPECT_EQ(linesOfOpening(1, "snk_SubDisp", 9), (std::vector<Lines>{{}, {}}));
 }
 
 TEST_F(ServiceComponent, closingOnlyLogs) {

@@ -33,6 +33,20 @@ class DomainTest : public ServiceTest {
         mTvApiDebug = 1;
     }
 
+    /** As above for the method of the middleware's `function`, each `call` of which calls that
+     * function once and no other. */
+    void expectBridge(const std::string& function, const Texts& texts,
+                      const std::function<void()>& call, const Texts& always = {}) {
+        expectLines(
+                "a_hidl_" + function, texts,
+                [&] {
+                    switchboard::Switchboard::startRecording();
+                    call();
+                    EXPECT_EQ(switchboard::Switchboard::stopRecording(), Texts{function});
+                },
+                always);
+    }
+
     const sp<Implementation> impl = new Implementation();
 
   private:

@@ -142,16 +142,24 @@ class ServiceEventList : public ServiceEvent {
     using Windows = Answers<Channels, int64_t, int64_t, int32_t>;
     Windows::All list(uint16_t count) const {
         return Windows::of([&](const auto& callback) {
-            impl->a_hidl_a_qortvapi_event_get_active_win_list(count, callback);
+            impl->a_hidl_a_qortvapi_event_get_active_win_list(
+                    count,
+                    [&](const hidl_vec<uint32_t>& ids, int64_t start, int64_t end, int32_t result) {
+                        EXPECT_EQ(ids.data(), mArray) << "a view";
+                        callback(ids, start, end, result);
+                    });
         });
     }
+
+    const uint32_t* mArray = nullptr;  // what the middleware wrote to
 
     static constexpr char kMethod[] = "a_hidl_a_qortvapi_event_get_active_win_list";
 };
 
 TEST_F(ServiceEventList, hasAsManyChannelsAsTheClientSays) {
     tv.on<&a_qortvapi_event_get_active_win_list>(
-            [](uint32_t* ids, uint16_t count, int64_t* start, int64_t* end) {
+            [&](uint32_t* ids, uint16_t count, int64_t* start, int64_t* end) {
+                mArray = ids;
                 EXPECT_EQ(Channels(ids, ids + count), Channels(count));
                 EXPECT_EQ(*start, 0);
                 EXPECT_EQ(*end, 0);
@@ -169,8 +177,10 @@ TEST_F(ServiceEventList, hasAsManyChannelsAsTheClientSays) {
 }
 
 TEST_F(ServiceEventList, isZeroWhereTheMiddlewareFails) {
-    tv.on<&a_qortvapi_event_get_active_win_list>(
-            [](uint32_t*, uint16_t, int64_t*, int64_t*) { return -7; });
+    tv.on<&a_qortvapi_event_get_active_win_list>([&](uint32_t* ids, uint16_t, int64_t*, int64_t*) {
+        mArray = ids;
+        return -7;
+    });
     EXPECT_EQ(list(2), (Windows::All{{{0, 0}, 0, 0, -7}}));
 }
 
@@ -399,10 +409,16 @@ class ServiceEventRange : public ServiceEvent {
     using Events = Answers<uint16_t, Ids, int32_t>;
     Events::All query(uint16_t maximum) const {
         return Events::of([&](const auto& callback) {
-            impl->a_hidl_a_qortvapi_event_query_event_id_by_range(kChannel, kStart, kEnd, maximum,
-                                                                  callback);
+            impl->a_hidl_a_qortvapi_event_query_event_id_by_range(
+                    kChannel, kStart, kEnd, maximum,
+                    [&](uint16_t count, const hidl_vec<uint16_t>& ids, int32_t result) {
+                        EXPECT_EQ(ids.data(), mArray) << "a view";
+                        callback(count, ids, result);
+                    });
         });
     }
+
+    const uint16_t* mArray = nullptr;  // what the middleware wrote to
 
     static constexpr char kMethod[] = "a_hidl_a_qortvapi_event_query_event_id_by_range";
 };
@@ -419,6 +435,7 @@ TEST_F(ServiceEventRange, answersAsManyEventsAsAreReportedAndWereAskedFor) {
                     EXPECT_EQ(end, kEnd);
                     EXPECT_EQ(*count, row.maximum);
                     EXPECT_EQ(Ids(ids, ids + row.maximum), Ids(row.maximum));
+                    mArray = ids;
                     std::copy(written.begin(), written.end(), ids);
                     *count = row.reported;
                     return row.result;
@@ -432,7 +449,10 @@ TEST_F(ServiceEventRange, answersAsManyEventsAsAreReportedAndWereAskedFor) {
 
 TEST_F(ServiceEventRange, answersZerosWhereTheMiddlewareFails) {
     tv.on<&a_qortvapi_event_query_event_id_by_range>(
-            [](uint32_t, int64_t, int64_t, uint16_t*, uint16_t*) { return -7; });
+            [&](uint32_t, int64_t, int64_t, uint16_t*, uint16_t* ids) {
+                mArray = ids;
+                return -7;
+            });
     EXPECT_EQ(query(2), (Events::All{{2, {0, 0}, -7}}));
 }
 
@@ -463,10 +483,20 @@ class ServiceEventFilter : public ServiceEvent {
     using Events = Answers<uint16_t, Ids, std::vector<uint32_t>, int32_t>;
     Events::All query(uint8_t genres, uint16_t maximum) const {
         return Events::of([&](const auto& callback) {
-            impl->a_hidl_a_qortvapi_event_query_event_id_by_filter(kChannel, filterOf(genres),
-                                                                   maximum, callback);
+            impl->a_hidl_a_qortvapi_event_query_event_id_by_filter(
+                    kChannel, filterOf(genres), maximum,
+                    [&](uint16_t count, const hidl_vec<uint16_t>& ids,
+                        const hidl_vec<uint32_t>& values, int32_t result) {
+                        EXPECT_EQ(ids.data(), mIds) << "a view";
+                        EXPECT_EQ(values.data(), mValues) << "a view";
+                        callback(count, ids, values, result);
+                    });
         });
     }
+
+    // What the middleware wrote to.
+    const uint16_t* mIds = nullptr;
+    const uint32_t* mValues = nullptr;
 
     static constexpr char kMethod[] = "a_hidl_a_qortvapi_event_query_event_id_by_filter";
 };
@@ -487,6 +517,8 @@ TEST_F(ServiceEventFilter, answersAsManyEventsAsAreReportedAndWereAskedFor) {
                     EXPECT_EQ(*count, row.maximum);
                     EXPECT_EQ(Ids(ids, ids + row.maximum), Ids(row.maximum));
                     EXPECT_EQ(Channels(values, values + row.maximum), Channels(row.maximum));
+                    mIds = ids;
+                    mValues = values;
                     std::copy(events.begin(), events.end(), ids);
                     std::copy(numbers.begin(), numbers.end(), values);
                     *count = row.reported;
@@ -506,8 +538,10 @@ TEST_F(ServiceEventFilter, reachesTheMiddlewareWithTheGenresThatAreCounted) {
         int calls = 0;
         tv.on<&a_qortvapi_event_query_event_id_by_filter>(
                 [&](uint32_t, const QORTVAPI_QUERY_FILTER_INFORMATION_T* filter, uint16_t*,
-                    uint16_t*, uint32_t*) {
+                    uint16_t* ids, uint32_t* values) {
                     ++calls;
+                    mIds = ids;
+                    mValues = values;
                     EXPECT_EQ(filter->ui2_mask, 0xfedc);
                     EXPECT_EQ(filter->ui4_minimum_duration, 0xfedcba98);
                     EXPECT_EQ(filter->i8_start_time, kStart);
@@ -531,8 +565,10 @@ TEST_F(ServiceEventFilter, takesWhatFollowsTheGenresWhereMoreAreCounted) {
         int calls = 0;
         tv.on<&a_qortvapi_event_query_event_id_by_filter>(
                 [&](uint32_t, const QORTVAPI_QUERY_FILTER_INFORMATION_T* filter, uint16_t*,
-                    uint16_t*, uint32_t*) {
+                    uint16_t* ids, uint32_t* values) {
                     ++calls;
+                    mIds = ids;
+                    mValues = values;
                     EXPECT_EQ(filter->ui1_genre_count, genres);
                     EXPECT_EQ(filter->ui1_maximum_age, 0xf9);
                     Bytes expected(14);

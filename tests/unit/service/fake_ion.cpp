@@ -8,7 +8,7 @@ extern "C" int ion_open() {
     const int device = ++gIon.opened;
     gIon.events.push_back("open " + std::to_string(device));
     if (device == gIon.failing_open) return -1;
-    const int fd = open("/dev/null", O_RDWR | O_CLOEXEC);
+    const int fd = gIon.opens_as_zero ? 0 : open("/dev/null", O_RDWR | O_CLOEXEC);
     gIon.devices[fd] = device;
     gIon.device_fds.push_back(fd);
     return fd;
@@ -34,9 +34,15 @@ extern "C" int ion_is_legacy(int) {
 }
 
 extern "C" int ion_close(int fd) {
-    std::lock_guard<std::mutex> lock(gIonMutex);
-    gIon.events.push_back("close " + std::to_string(gIon.device(fd)));
+    std::unique_lock<std::mutex> lock(gIonMutex);
+    const int device = gIon.device(fd);
+    if (gIon.closing) {
+        lock.unlock();
+        gIon.closing(device);
+        lock.lock();
+    }
+    gIon.events.push_back("close " + std::to_string(device));
     gIon.devices.erase(fd);
-    close(fd);
+    if (fd != 0) close(fd);
     return gIon.close_result;
 }

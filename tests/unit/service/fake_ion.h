@@ -8,10 +8,14 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstring>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include "log_capture.h"
 
 /** What the library does next, and what it was asked for: "open 1", "import 1", "free 1", "close
  * 1". */
@@ -22,6 +26,10 @@ struct FakeIon {
     int free_result = 0;
     int close_result = 0;
     bool legacy = false;
+    /** Whether a device's descriptor is 0, as in a process without a standard input. */
+    bool opens_as_zero = false;
+    /** Called with the number of a device that is about to be closed. */
+    std::function<void(int)> closing;
 
     std::vector<std::string> events;
     int opened = 0;
@@ -43,6 +51,12 @@ inline std::mutex gIonMutex;
 inline void noteEvent(const std::string& event) {
     std::lock_guard<std::mutex> lock(gIonMutex);
     gIon.events.push_back(event);
+}
+
+/** The region's line about a mapping that failed. */
+inline LogLine mapFailure(int error) {
+    return {ANDROID_LOG_ERROR, "QorTvApiChannelListImpl(service)", "",
+            std::string("mmap failed: ") + strerror(error) + "\n"};
 }
 
 /** A shared buffer of `size` bytes, which are 0xee, and a handle that carries its descriptor. */

@@ -1,11 +1,55 @@
 /** What every notification handler has in common, checked in one place. */
 #pragma once
 
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
 #include <functional>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "service_fixture.h"
+
+/** The next messages, as soon as there are any. */
+inline std::vector<LogLine> nextLines(LogCapture& log) {
+    std::vector<LogLine> lines;
+    while (lines.empty()) lines = log.take();
+    return lines;
+}
+
+/** Whether the thread of this process sleeps. */
+inline bool sleeps(pid_t thread) {
+    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    std::string stat;
+    std::getline(file, stat);
+    const size_t name_end = stat.rfind(") ");
+    return name_end != std::string::npos && stat[name_end + 2] == 'S';
+}
+
+/**
+ * Runs `task` on a thread of its own while the registry's mutex is held, `meanwhile` once the task
+ * sleeps, which it only does to wait for that mutex, and returns when the task has ended, with the
+ * mutex free.
+ */
+inline void expectToWaitForTheRegistry(const std::function<void()>& task,
+                                       const std::function<void()>& meanwhile) {
+    std::unique_lock<std::mutex> held(QorTvApiImpl::getCallbackMutex());
+    std::atomic<pid_t> id{0};
+    std::atomic<bool> ended{false};
+    std::thread thread([&] {
+        id = gettid();
+        task();
+        ended = true;
+    });
+    while (!ended && (id == 0 || !sleeps(id))) std::this_thread::yield();
+    EXPECT_FALSE(ended) << "the mutex was not waited for";
+    meanwhile();
+    held.unlock();
+    thread.join();
+}
 
 /** What a handler is expected to do with the notification of a test. */
 struct ExpectedFanOut {
@@ -30,6 +74,7 @@ inline std::vector<LogLine> linesOf(const ExpectedFanOut& expected, bool debuggi
 /**
  * Sends a notification with debugging on and off, to no client, and to two of which the first that
  * is called fails: the failure is logged whatever the debug level, and the other client is called.
+ * Nothing is logged before the registry's mutex is had.
  */
 inline void checkFanOut(const ExpectedFanOut& expected, LogCapture& log,
                         const std::function<void()>& notify) {
@@ -39,7 +84,8 @@ inline void checkFanOut(const ExpectedFanOut& expected, LogCapture& log,
         SCOPED_TRACE(debugging ? "debugging" : "not debugging");
         mTvApiDebug = debugging ? 1 : 0;
         log.take();
-        notify();
+        expectToWaitForTheRegistry(
+                notify, [&] { EXPECT_TRUE(log.take().empty()) << "before the mutex is taken"; });
         EXPECT_EQ(log.take(), linesOf(expected, debugging)) << "without a client";
 
         impl->setCallback(new RecordingClient());

@@ -238,7 +238,8 @@ TEST_F(ServiceHandler, inputSourceDetection) {
     checkFanOut({"_inps_detect_cb",
                  "hh_sm",
                  "notifyInputSourceDetect(4026531841, -2, 18364758544493064704, -3, -4)",
-                 {entryLine("_inps_detect_cb e_code", -2, opaquePointer(0))},
+                 {entryLine("_inps_detect_cb e_code", static_cast<int32_t>(0xf0000001),
+                            reinterpret_cast<void*>(static_cast<uintptr_t>(-2)))},
                  {}},
                 log,
                 [] { EXPECT_EQ(_inps_detect_cb(0xf0000001u, -2, opaquePointer(0), -3, -4), 0); });

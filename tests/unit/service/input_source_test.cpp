@@ -56,8 +56,8 @@ TEST_F(ServiceInputSource, aSharedPlugHasTwoSources) {
                     if (result == 0) *record = {0xf1, 0xf2};
                     return result;
                 });
-        const std::string method = "a_hidl_a_qortvapi_inputsource_get_sharepinrec_byidx";
-        expectLines(method, {method}, [&] {
+        const std::string function = "a_qortvapi_inputsource_get_sharepinrec_byidx";
+        expectBridge(function, {"a_hidl_" + function}, [&] {
             Plugs::All plugs;
             impl->a_hidl_a_qortvapi_inputsource_get_sharepinrec_byidx(
                     -3, [&](const HIDL_QORTVAPI_INPUT_SHARE_PIN_RECORD_T& plug, int32_t code) {
@@ -100,10 +100,10 @@ class ServiceInputSourceRecord : public ServiceInputSource {
 };
 
 TEST_F(ServiceInputSourceRecord, isConvertedWhateverTheResult) {
-    const std::string method = "a_hidl_a_qortvapi_inputsource_get_sourcerec_byidx";
+    const std::string function = "a_qortvapi_inputsource_get_sourcerec_byidx";
     for (const int32_t result : {0, -7}) {
         write({0xf1, 0xf2, 0xf3, "HDMI 1", 0xfedcba98, 0xf4}, result);
-        expectLines(method, {method}, [&] {
+        expectBridge(function, {"a_hidl_" + function}, [&] {
             EXPECT_EQ(get(),
                       (Sources::All{{0xf1, 0xf2, 0xf3, "HDMI 1", 0xfedcba98, 0xf4, result}}));
         });
@@ -139,6 +139,8 @@ void PrintTo(const NameRow& row, std::ostream* out) {
     *out << row.function;
 }
 
+const hidl_string kPath = "a path of any length";
+
 const NameRow kNameRows[] = {
         {"get_currentsourcename",
          [](Switchboard& tv, const WriteName& write) {
@@ -151,13 +153,12 @@ const NameRow kNameRows[] = {
          [](Switchboard& tv, const WriteName& write) {
              tv.on<&a_qortvapi_inputsource_get_currentsourcename_bypath>(
                      [=](char* name, uint32_t length, const char* path) {
-                         EXPECT_STREQ(path, "a path of any length");
+                         EXPECT_EQ(path, kPath.c_str()) << "a text is not copied";
                          return write(name, length);
                      });
          },
          [](auto& impl, uint32_t length, const NameAnswer& answer) {
-             impl.a_hidl_a_qortvapi_inputsource_get_currentsourcename_bypath(
-                     length, "a path of any length", answer);
+             impl.a_hidl_a_qortvapi_inputsource_get_currentsourcename_bypath(length, kPath, answer);
          }},
         {"get_sourcename_bysourceid",
          [](Switchboard& tv, const WriteName& write) {
@@ -239,19 +240,17 @@ class ServiceMultiview : public DomainTest<QorTvApiMultiviewImpl> {
   protected:
     ServiceMultiview() : DomainTest("QorTvApiMultiviewImpl(service)") {}
 
-    /** `Function` receives the source and the region of its `method`. */
+    /** `Function`, named `function`, receives the source and the region of its method. */
     template <auto Method, auto Function>
-    void checkRegion(const std::string& method) {
+    void checkRegion(const std::string& function) {
         const auto region = distinctRecord<HIDL_QORTVAPI_MULTIVIEW_REGION_T>();
         tv.on<Function>([&](uint8_t source_id, const QORTVAPI_MULTIVIEW_REGION_T* record) {
             EXPECT_EQ(source_id, 0xf1);
             EXPECT_EQ(bytesOf(*record), bytesOf(region));
             return -9;
         });
-        expectLines("a_hidl_" + method, {"ARG=[241]."}, [&] {
-            Switchboard::startRecording();
+        expectBridge(function, {"ARG=[241]."}, [&] {
             const int32_t result = ((*impl).*Method)(0xf1, region);
-            EXPECT_EQ(Switchboard::stopRecording(), Texts{method});
             EXPECT_EQ(result, -9);
         });
     }

@@ -138,6 +138,8 @@ TEST_F(ServiceRating, theFlagsOfATableAreReadForItsNumbers) {
             tv.on<&a_qortvapi_rating_get_op_vchip_setting_info>(
                     [&](OPEN_VCHIP_BLOCK_DATA_T* block) {
                         EXPECT_EQ(bytesOf(*block), unwritten) << "the array is not passed in";
+                        EXPECT_EQ(log.take(), linesOf("get_op_vchip_setting_info",
+                                                      {"GET OPEN VCHIP setting IN! [129, 136]"}));
                         if (writes) *block = other;
                         return result;
                     });
@@ -147,13 +149,14 @@ TEST_F(ServiceRating, theFlagsOfATableAreReadForItsNumbers) {
                         ++answers;
                         EXPECT_EQ(bytesOf(block), writes ? bytesOf(other) : unwritten);
                         EXPECT_EQ(its_result, result);
+                        EXPECT_EQ(log.take(),
+                                  linesOf("get_op_vchip_setting_info",
+                                          {writes ? "GET OPEN VCHIP setting RET = 5! [200, 201]"
+                                                  : "GET OPEN VCHIP setting RET = -5! "
+                                                    "[129, 136]"}));
                     });
             EXPECT_EQ(answers, 1);
-            EXPECT_EQ(log.take(),
-                      linesOf("get_op_vchip_setting_info",
-                              {"GET OPEN VCHIP setting IN! [129, 136]",
-                               writes ? "GET OPEN VCHIP setting RET = 5! [200, 201]"
-                                      : "GET OPEN VCHIP setting RET = -5! [129, 136]"}));
+            EXPECT_TRUE(log.take().empty());
         }
     }
 }

@@ -97,6 +97,7 @@ TEST_F(ServiceRecord, aDiskIsATextOfTheLengthAskedFor) {
 TEST_F(ServiceRecordDeathTest, aDiskNeedsMemory) {
     const std::string words = "a_hidl_a_qortvapi_record_pvr_get_disk: no memory for ";
     EXPECT_DEATH(disk(0xffffffff), words + "4294967296 elements of 1 bytes");
+    EXPECT_DEATH(disk(0xfffffffe), words + "4294967295 elements of 1 bytes");
     const ShortMemory memory(0);
     EXPECT_DEATH(disk(12), words + "13 elements of 1 bytes");
 }

@@ -3,8 +3,8 @@
 #include <condition_variable>
 #include <thread>
 
+#include "fan_out_check.h"
 #include "hhandler/hh_iom.h"
-#include "service_fixture.h"
 
 namespace {
 
@@ -60,15 +60,67 @@ TEST_F(ServiceRegistry, linksEveryClientToOneRecipientUnderItsCookie) {
     EXPECT_EQ(clients.max_load_factor(), 1.0f);
 }
 
+LogLine registrationLine(const sp<IQorTvApiCallback>& client, uint64_t cookie) {
+    return debugLine(kTag, "setCallback",
+                     "." + pointerText(client.get()) + " " + std::to_string(cookie));
+}
+
 TEST_F(ServiceRegistry, logsTheRegistration) {
     const sp<RecordingClient> client = add();
-    EXPECT_EQ(log.take(), (std::vector<LogLine>{debugLine(
-                                  kTag, "setCallback",
-                                  "." + pointerText(static_cast<IQorTvApiCallback*>(client.get())) +
-                                          " " + std::to_string(client->cookies[0]))}));
+    EXPECT_EQ(log.take(), std::vector<LogLine>{registrationLine(client, client->cookies[0])});
     mTvApiDebug = 0;
     add();
     EXPECT_TRUE(log.take().empty());
+}
+
+TEST_F(ServiceRegistry, isWaitedForByARegistrationThatIsLogged) {
+    const uint64_t cookie = add()->cookies[0] + 1;
+    log.take();
+    const sp<RecordingClient> client = new RecordingClient();
+    const auto& clients = QorTvApiImpl::getCallbackHandlers();
+    expectToWaitForTheRegistry(
+            [&] { impl->setCallback(client); },
+            [&] {
+                EXPECT_EQ(nextLines(log), std::vector<LogLine>{registrationLine(client, cookie)});
+                EXPECT_EQ(clients.size(), 1u);
+                EXPECT_TRUE(client->cookies.empty());
+            });
+    EXPECT_EQ(clients.at(cookie), client);
+    EXPECT_EQ(client->cookies, std::vector<uint64_t>{cookie});
+}
+
+/** Runs something in the middle of its registration. */
+class LinkingClient : public RecordingClient {
+  public:
+    std::function<void(uint64_t)> onLink;
+
+    Return<bool> linkToDeath(const sp<hidl_death_recipient>& death_recipient,
+                             uint64_t cookie) override {
+        onLink(cookie);
+        return RecordingClient::linkToDeath(death_recipient, cookie);
+    }
+};
+
+TEST_F(ServiceRegistry, linksWhatIsStoredAndCountsThen) {
+    const sp<LinkingClient> client = new LinkingClient();
+    const sp<RecordingClient> next = new RecordingClient();
+    std::thread registration;
+    client->onLink = [&](uint64_t cookie) {
+        const auto& clients = QorTvApiImpl::getCallbackHandlers();
+        EXPECT_EQ(clients.count(cookie), 1u);
+        std::thread([] {
+            const bool had = QorTvApiImpl::getCallbackMutex().try_lock();
+            EXPECT_FALSE(had);
+            if (had) QorTvApiImpl::getCallbackMutex().unlock();
+        }).join();
+        // The next registration tells the next cookie before it waits for this one.
+        log.take();
+        registration = std::thread([&] { impl->setCallback(next); });
+        EXPECT_EQ(nextLines(log), std::vector<LogLine>{registrationLine(next, cookie)});
+    };
+    impl->setCallback(client);
+    registration.join();
+    EXPECT_EQ(next->cookies, std::vector<uint64_t>{client->cookies[0] + 1});
 }
 
 TEST_F(ServiceRegistry, keepsAClientThatIsRegisteredTwiceTwice) {
@@ -129,6 +181,27 @@ TEST_F(ServiceRegistry, dropsADeadClient) {
     EXPECT_EQ(dead->getStrongCount(), 1) << "the registry's reference is gone";
 }
 
+TEST_F(ServiceRegistry, listsEveryClientThatIsLeft) {
+    for (const bool debugging : {true, false}) {
+        clearRegistry();
+        const sp<RecordingClient> dead = add();
+        for (int i = 0; i < 3; ++i) add();
+        mTvApiDebug = debugging ? 1 : 0;
+        log.take();
+        dead->recipient->serviceDied(dead->cookies[0], nullptr);
+        std::vector<LogLine> lines = {
+                debugLine(kTag, "serviceDied", "serviceDied " + std::to_string(dead->cookies[0]))};
+        const auto& clients = QorTvApiImpl::getCallbackHandlers();
+        EXPECT_EQ(clients.size(), 3u);
+        for (const auto& entry : clients) {
+            if (!debugging) break;
+            lines.push_back(
+                    debugLine(kTag, "serviceDied", "cblist " + std::to_string(entry.first) + "\n"));
+        }
+        EXPECT_EQ(log.take(), lines) << debugging;
+    }
+}
+
 TEST_F(ServiceRegistry, takesADeathOfNobodyCalmly) {
     const sp<RecordingClient> client = add();
     mTvApiDebug = 0;
@@ -162,7 +235,7 @@ TEST_F(ServiceRegistry, aDeathWaitsForARunningNotification) {
         client->recipient->serviceDied(client->cookies[0], nullptr);
         died = true;
     });
-    while (log.take().empty()) std::this_thread::yield();  // it has begun
+    nextLines(log);  // it has begun
     EXPECT_FALSE(died);
     EXPECT_EQ(QorTvApiImpl::getCallbackHandlers().size(), 1u);
     {

@@ -248,13 +248,14 @@ INSTANTIATE_TEST_SUITE_P(, ServiceScanExchangeDeathTest, testing::ValuesIn(kExch
 using Rewrite = std::function<int32_t(char*, int64_t)>;
 /** Text, length, result. */
 using TextAnswers = Answers<std::string, int64_t, int32_t>;
+using TextAnswer = std::function<void(const hidl_string&, int64_t, int32_t)>;
 
 struct TextRow {
     const char* function;
     const char* type;  // as it begins the line of a success
     bool answers_failures;
     void (*plug)(Switchboard&, const Rewrite&);
-    TextAnswers::All (*call)(QorTvApiScanImpl&, const hidl_string&, int64_t length);
+    void (*call)(QorTvApiScanImpl&, const hidl_string&, int64_t length, const TextAnswer&);
 };
 
 void PrintTo(const TextRow& row, std::ostream* out) {
@@ -267,11 +268,8 @@ const TextRow kTextRows[] = {
              tv.on<&a_qortvapi_get_user_message>(
                      [=](char* text, uint32_t length) { return rewrite(text, length); });
          },
-         [](QorTvApiScanImpl& impl, const hidl_string& text, int64_t length) {
-             return TextAnswers::of([&](const auto& callback) {
-                 impl.a_hidl_a_qortvapi_get_user_message(text, static_cast<uint32_t>(length),
-                                                         callback);
-             });
+         [](auto& impl, const auto& text, int64_t length, const auto& answer) {
+             impl.a_hidl_a_qortvapi_get_user_message(text, static_cast<uint32_t>(length), answer);
          }},
         {"a_qortvapi_scan_dvbc_get_str_data", "-8, ", false,
          [](Switchboard& tv, const Rewrite& rewrite) {
@@ -281,19 +279,25 @@ const TextRow kTextRows[] = {
                          return rewrite(text, length);
                      });
          },
-         [](QorTvApiScanImpl& impl, const hidl_string& text, int64_t length) {
-             return TextAnswers::of([&](const auto& callback) {
-                 impl.a_hidl_a_qortvapi_scan_dvbc_get_str_data(
-                         -8, text, static_cast<int32_t>(length), callback);
-             });
+         [](auto& impl, const auto& text, int64_t length, const auto& answer) {
+             impl.a_hidl_a_qortvapi_scan_dvbc_get_str_data(-8, text, static_cast<int32_t>(length),
+                                                           answer);
          }},
 };
 
 class ServiceScanText : public ServiceScan, public testing::WithParamInterface<TextRow> {
   protected:
-    TextAnswers::All call(const hidl_string& text, int64_t length) const {
-        return GetParam().call(*impl, text, length);
+    /** The log of a call is in two parts: `mLogged` until the answer, and what follows. */
+    TextAnswers::All call(const hidl_string& text, int64_t length) {
+        return TextAnswers::of([&](const auto& callback) {
+            GetParam().call(*impl, text, length, [&](const auto&... results) {
+                mLogged = log.take();
+                callback(results...);
+            });
+        });
     }
+
+    std::vector<LogLine> mLogged;
 };
 
 TEST_P(ServiceScanText, reachesTheMiddlewareWithTheLengthThatTheClientSays) {
@@ -330,19 +334,26 @@ TEST_P(ServiceScanText, isAnsweredAsTheMiddlewareRewritesIt) {
             return 0;
         });
         EXPECT_EQ(call("abc", 5), (TextAnswers::All{{rewritten, 5, 0}}));
-        EXPECT_EQ(log.take(), (std::vector<LogLine>{
-                                      entryLine(GetParam().function),
-                                      helperLine(GetParam().function,
-                                                 GetParam().type + std::string("abc, 5, ") +
-                                                         rewritten + ", " + rewritten + ", 0\n")}));
+        EXPECT_EQ(mLogged, (std::vector<LogLine>{entryLine(GetParam().function)}));
+        EXPECT_EQ(log.take(),
+                  (std::vector<LogLine>{helperLine(
+                          GetParam().function, GetParam().type + std::string("abc, 5, ") +
+                                                       rewritten + ", " + rewritten + ", 0\n")}));
         mTvApiDebug = 0;
         call("abc", 5);
+        EXPECT_TRUE(mLogged.empty());
         EXPECT_TRUE(log.take().empty());
         mTvApiDebug = 1;
     }
 }
 
-TEST_P(ServiceScanText, ofAFailureIsAlwaysLoggedAndHasNoLength) {
+TEST_P(ServiceScanText, ofAFailureIsAlwaysLoggedBeforeAnAnswerWithoutALength) {
+    // Without an answer the lines are still to be read.
+    const auto logged = [&] {
+        const std::vector<LogLine> rest = log.take();
+        EXPECT_TRUE(!GetParam().answers_failures || rest.empty()) << "lines behind the answer";
+        return GetParam().answers_failures ? mLogged : rest;
+    };
     for (const int32_t result : {-3, 1}) {
         GetParam().plug(tv, [&](char* buffer, int64_t) {
             buffer[0] = 'x';
@@ -355,10 +366,10 @@ TEST_P(ServiceScanText, ofAFailureIsAlwaysLoggedAndHasNoLength) {
                                            GetParam().function + std::string(" fail, i4_ret=") +
                                                    std::to_string(result) + ", abc, 5\n");
         EXPECT_EQ(call("abc", 5), answered);
-        EXPECT_EQ(log.take(), (std::vector<LogLine>{entryLine(GetParam().function), failure}));
+        EXPECT_EQ(logged(), (std::vector<LogLine>{entryLine(GetParam().function), failure}));
         mTvApiDebug = 0;
         EXPECT_EQ(call("abc", 5), answered);
-        EXPECT_EQ(log.take(), (std::vector<LogLine>{failure}));
+        EXPECT_EQ(logged(), (std::vector<LogLine>{failure}));
         mTvApiDebug = 1;
     }
 }
@@ -382,6 +393,8 @@ using ServiceScanDeathTest = ServiceScan;
 TEST_F(ServiceScanDeathTest, aLengthThatNoBufferHasEndsTheProcess) {
     EXPECT_DEATH(impl->a_hidl_a_qortvapi_get_user_message("abc", 0xffffffff, kIgnore),
                  "hh_a_qortvapi_get_user_message: no memory for 4294967296 elements");
+    EXPECT_DEATH(impl->a_hidl_a_qortvapi_get_user_message("abc", 0xfffffffe, kIgnore),
+                 "hh_a_qortvapi_get_user_message: no memory for 4294967295 elements");
     EXPECT_DEATH(impl->a_hidl_a_qortvapi_scan_dvbc_get_str_data(1, "abc", -2, kIgnore),
                  "hh_a_qortvapi_scan_dvbc_get_str_data: no memory for -1 elements");
     EXPECT_DEATH(impl->a_hidl_a_qortvapi_scan_dvbc_get_str_data(1, "abc", INT32_MIN, kIgnore),

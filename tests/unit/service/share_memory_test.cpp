@@ -35,10 +35,6 @@ std::string devices(int ion_fd, int share_fd) {
     return "2, m_ion_fd:" + std::to_string(ion_fd) + ", m_share_fd:" + std::to_string(share_fd);
 }
 
-LogLine mapFailure(int error) {
-    return {ANDROID_LOG_ERROR, kTag, "", std::string("mmap failed: ") + strerror(error) + "\n"};
-}
-
 class ServiceShareMemory : public ServiceTest {
   protected:
     ServiceShareMemory() {
@@ -155,13 +151,30 @@ TEST_F(ServiceShareMemory, keepsTheValueOfAFailedMapping) {
     EXPECT_TRUE(log.take().empty());
 }
 
-TEST_F(ServiceShareMemory, refusesToMapBeyondTheEndOfAFile) {
-    const SharedBuffer buffer(8191);
-    QorTvApiShareMemory fits(buffer.handle(), 8191);
-    EXPECT_NE(fits.getPointer(), nullptr);
-    QorTvApiShareMemory too_long(buffer.handle(), 8192);
-    EXPECT_EQ(too_long.getPointer(), nullptr);
-    EXPECT_EQ(log.take(), std::vector<LogLine>{mapFailure(EINVAL)});
+TEST_F(ServiceShareMemory, mapsToTheEndOfTheFilesLastPage) {
+    const auto page = static_cast<uint32_t>(sysconf(_SC_PAGESIZE));
+    for (const auto& [file, region] : std::vector<std::pair<uint32_t, uint32_t>>{
+                 {2 * page, 2 * page}, {2 * page - 1, 2 * page}, {page + 1, 2 * page}, {1, page}}) {
+        SCOPED_TRACE(std::to_string(region) + " of " + std::to_string(file));
+        const SharedBuffer buffer(file);
+        QorTvApiShareMemory memory(buffer.handle(), region);
+        auto* bytes = static_cast<uint8_t*>(memory.getPointer());
+        ASSERT_NE(bytes, nullptr);
+        bytes[region - 1] = 1;  // would end the process on a page that the file does not have
+        EXPECT_TRUE(log.take().empty());
+    }
+}
+
+TEST_F(ServiceShareMemory, refusesToMapPagesBehindTheEndOfAFile) {
+    const auto page = static_cast<uint32_t>(sysconf(_SC_PAGESIZE));
+    for (const auto& [file, region] : std::vector<std::pair<uint32_t, uint32_t>>{
+                 {0, 1}, {page, page + 1}, {page, 2 * page}, {2 * page, UINT32_MAX}}) {
+        SCOPED_TRACE(std::to_string(region) + " of " + std::to_string(file));
+        const SharedBuffer buffer(file);
+        QorTvApiShareMemory memory(buffer.handle(), region);
+        EXPECT_EQ(memory.getPointer(), nullptr);
+        EXPECT_EQ(log.take(), std::vector<LogLine>{mapFailure(EINVAL)});
+    }
 }
 
 TEST_F(ServiceShareMemory, commitsOnce) {
@@ -196,6 +209,27 @@ TEST_F(ServiceShareMemory, dropsTheImportedHandleOfAnOldKernel) {
     gIon = FakeIon();
     gIon.legacy = true;
     { QorTvApiShareMemory never_mapped(buffer.handle(), 4); }
+    EXPECT_EQ(gIon.events, (std::vector<std::string>{"open 1", "import 1", "close 1"}));
+
+    gIon = FakeIon();
+    gIon.legacy = true;
+    {
+        QorTvApiShareMemory failed_to_map(SharedBuffer(0).handle(), 4);
+        EXPECT_EQ(failed_to_map.getPointer(), nullptr);
+    }
+    EXPECT_EQ(gIon.events, (std::vector<std::string>{"open 1", "import 1", "free 1", "close 1"}));
+}
+
+TEST_F(ServiceShareMemory, keepsTheImportedHandleOfDeviceZero) {
+    gIon.legacy = true;
+    gIon.opens_as_zero = true;
+    const SharedBuffer buffer(4);
+    {
+        QorTvApiShareMemory memory(buffer.handle(), 4);
+        EXPECT_EQ(memory.getStatus(), 0);
+        EXPECT_NE(memory.getPointer(), nullptr);
+    }
+    EXPECT_EQ(gIon.device_fds, std::vector<int>{0});
     EXPECT_EQ(gIon.events, (std::vector<std::string>{"open 1", "import 1", "close 1"}));
 }
 

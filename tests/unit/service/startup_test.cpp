@@ -2,7 +2,12 @@
 #include "startup.h"
 
 #include <hidl/ServiceManagement.h>
+#include <transport/ThreadPool.h>
 #include <unistd.h>
+
+#include <atomic>
+#include <iostream>
+#include <thread>
 
 #include "custom/qortvapicustom.h"
 #include "middleware/bringup.h"
@@ -10,26 +15,38 @@
 
 namespace {
 
+using ::android::hardware::transport::ThreadPool;
+using ::android::hidl::base::V1_0::IBase;
+
 const uint8_t gInitialDebugLevel = mTvApiDebug;
 
-// The customisation library of the tests: what it answers, and when it was asked.
+constexpr char kTag[] = "qortvapi-service";
+constexpr char kTestTag[] = "startup_test";
+
+/** Writes what happens outside the service among the service's own lines. */
+void note(const std::string& text) {
+    __android_log_write(ANDROID_LOG_INFO, kTestTag, text.c_str());
+}
+
+ThreadPool& pool() {
+    return ThreadPool::instance();
+}
+
+// The customisation library of the tests: what it answers. When it is asked, it says so.
 uint32_t gDebugLevel = 0;
-std::vector<std::string> gEvents;
 
 }  // namespace
 
 extern "C" uint32_t hh_init_debug_level() {
-    gEvents.push_back("debug level");
+    note("debug level, " + std::to_string(pool().maxThreads()) + " threads");
     return gDebugLevel;
 }
 extern "C" int32_t hh_qortvapi_tvapi_custom_init() {
-    gEvents.push_back("custom init");
+    note("custom init");
     return -1;  // of no consequence
 }
 
 namespace {
-
-constexpr char kTag[] = "qortvapi-service";
 
 /** Makes every later registration fail: a file stands where the runtime's folder should be. */
 void breakRegistry() {
@@ -67,23 +84,24 @@ struct Registration {
     const char* interface;  // less "IQorTvApi"
     const char* said;       // when it is registered
     const char* failed;     // what the message of a failure names
+    const char* created;    // the class, if its constructor writes a debug line
 };
 const Registration kRegistrations[] = {
-        {"", "QorTvApi", "IQorTvApi"},
-        {"Config", "QorTvApiConfig", "IQorTvApiConfig"},
-        {"Cec", "IQorTvApiCec", "IQorTvApiCec"},
-        {"Scan", "QorTvApiScan", "IQorTvApiScan"},
-        {"Broadcast", "QorTvApiBroadcastImpl", "IQorTvApiBroadcast"},
-        {"Rating", "QorTvApiRatingImpl", "IQorTvApiRating"},
-        {"Timeshift", "QorTvApiTimeshiftImpl", "IQorTvApiTimeshift"},
-        {"Time", "QorTvApiTimeImpl", "IQorTvApiTime"},
-        {"Event", "QorTvApiEventImpl", "IQorTvApiEvent"},
-        {"Pvrbrowser", "QorTvApiPvrbrowserImpl", "IQorTvApiPvrbrowser"},
-        {"InputSrc", "QorTvApiInputSrcImpl", "QorTvApInputSrc"},
-        {"Record", "QorTvApiRecordImpl", "IQorTvApiRecord"},
-        {"Multiview", "QorTvApiMultiviewImpl", "IQorTvApiMultiview"},
-        {"ChannelList", "QorTvApiChannelListImpl", "IQorTvApiChannelList"},
-        {"CI", "IQorTvApiCI", "IQorTvApiCI"},
+        {"", "QorTvApi", "IQorTvApi", "QorTvApiImpl"},
+        {"Config", "QorTvApiConfig", "IQorTvApiConfig", "QorTvApiConfigImpl"},
+        {"Cec", "IQorTvApiCec", "IQorTvApiCec", nullptr},
+        {"Scan", "QorTvApiScan", "IQorTvApiScan", "QorTvApiScanImpl"},
+        {"Broadcast", "QorTvApiBroadcastImpl", "IQorTvApiBroadcast", "QorTvApiBroadcastImpl"},
+        {"Rating", "QorTvApiRatingImpl", "IQorTvApiRating", "QorTvApiRatingImpl"},
+        {"Timeshift", "QorTvApiTimeshiftImpl", "IQorTvApiTimeshift", "QorTvApiTimeshiftImpl"},
+        {"Time", "QorTvApiTimeImpl", "IQorTvApiTime", "QorTvApiTimeImpl"},
+        {"Event", "QorTvApiEventImpl", "IQorTvApiEvent", "QorTvApiEventImpl"},
+        {"Pvrbrowser", "QorTvApiPvrbrowserImpl", "IQorTvApiPvrbrowser", "QorTvApiPvrbrowserImpl"},
+        {"InputSrc", "QorTvApiInputSrcImpl", "QorTvApInputSrc", "QorTvApiInputSrcImpl"},
+        {"Record", "QorTvApiRecordImpl", "IQorTvApiRecord", "QorTvApiRecordImpl"},
+        {"Multiview", "QorTvApiMultiviewImpl", "IQorTvApiMultiview", "QorTvApiMultiviewImpl"},
+        {"ChannelList", "QorTvApiChannelListImpl", "IQorTvApiChannelList", nullptr},
+        {"CI", "IQorTvApiCI", "IQorTvApiCI", nullptr},
 };
 
 bool registersEveryInterface(LogCapture& log) {
@@ -105,20 +123,76 @@ TEST_F(ServiceStartUpDeathTest, registersEveryInterfaceAndSaysSo) {
     EXPECT_EXIT(exitWith(registersEveryInterface(log)), testing::ExitedWithCode(0), "");
 }
 
-const std::vector<std::string> kInOrder = {"debug level", "middleware", "custom init"};
+/** What happened in order: what the test noted, the constructors, the registrations. */
+std::vector<std::string> events(LogCapture& log) {
+    std::vector<std::string> events;
+    for (const LogLine& line : log.take()) {
+        // Other functions of these classes have names of their own.
+        if (line.function.rfind("QorTvApi", 0) == 0) events.push_back("create " + line.function);
+        if (line.tag == kTag || line.tag == kTestTag) events.push_back(line.text);
+    }
+    return events;
+}
+
+bool keepsItsOrder(LogCapture& log) {
+    startServices();
+    std::vector<std::string> expected = {"debug level, 20 threads"};
+    for (const Registration& row : kRegistrations) {
+        if (row.created != nullptr) expected.push_back(std::string("create ") + row.created);
+        if (expected.size() == 2) expected.push_back("middleware");
+        expected.push_back(std::string("register ") + row.said + " as service");
+    }
+    expected.push_back("custom init");
+    const std::vector<std::string> happened = events(log);
+    std::cerr << testing::PrintToString(happened);  // shown where it is not as expected
+    return happened == expected;
+}
 
 TEST_F(ServiceStartUpDeathTest, keepsItsOrder) {
     EXPECT_EXIT(
             {
                 tv.on<&x_rtos_init>([](const void*) {
-                    gEvents.push_back("middleware");
+                    note("middleware");
                     return 0;
                 });
-                startServices();
-                exitWith(gEvents ==
-                         std::vector<std::string>{"debug level", "middleware", "custom init"});
+                exitWith(keepsItsOrder(log));
             },
             testing::ExitedWithCode(0), "");
+}
+
+/** Keeps all threads of the pool busy. The last of them looks for a successor before it begins. */
+bool keepsOneThreadForTheCaller() {
+    const Services services = startServices();
+    static std::atomic<size_t> busy{0};
+    constexpr size_t kThreads = 19;  // and the caller
+    for (size_t i = 0; i < kThreads; ++i) {
+        pool().post([] {
+            ++busy;
+            for (;;) pause();
+        });
+    }
+    while (busy < kThreads) std::this_thread::yield();
+    return pool().threads() == kThreads;
+}
+
+TEST_F(ServiceStartUpDeathTest, keepsOneThreadForTheCaller) {
+    EXPECT_EXIT(exitWith(keepsOneThreadForTheCaller()), testing::ExitedWithCode(0), "");
+}
+
+TEST(ServiceRelease, dropsTheLastOneFirst) {
+    struct Recorded : IBase {
+        Recorded(int its_number, std::vector<int>& its_released)
+            : number(its_number), released(its_released) {}
+        ~Recorded() override { released.push_back(number); }
+        const int number;
+        std::vector<int>& released;
+    };
+    std::vector<int> released;
+    Services services;
+    for (int number = 1; number <= 3; ++number) services.push_back(new Recorded(number, released));
+    releaseInReverse(services);
+    EXPECT_EQ(released, (std::vector<int>{3, 2, 1}));
+    EXPECT_TRUE(services.empty());
 }
 
 TEST_F(ServiceStartUpDeathTest, takesTheLowByteOfTheDebugLevel) {

@@ -531,6 +531,20 @@ TEST_F(TelevisionBroadcast, StoppedWindowsStayEmptyUntilASelection) {
     EXPECT_EQ(a_qortvapi_broadcast_sync_stop(nullptr, true), TV_NOT_FOUND);
 }
 
+TEST_F(TelevisionBroadcast, WindowsHaveNamesThatMayBeCutToFiveCharacters) {
+    for (const char* name : {"main", "main_", "main_svctx", "sub", "sub_s", "sub_svctx"}) {
+        const size_t window = *name == 'm' ? 0 : 1;
+        select(movies);
+        ASSERT_EQ(a_qortvapi_broadcast_select_channel_by_focusid(0, 0, cable, false, 1), TV_OK);
+        EXPECT_EQ(a_qortvapi_broadcast_sync_stop(name, true), TV_OK) << name;
+        EXPECT_EQ(current(0), window == 0 ? 0 : movies) << name;
+        EXPECT_EQ(current(1), window == 1 ? 0 : cable) << name;
+    }
+    for (const char* name : {"m", "main_s", "mains", "sub_", "sub_sv", "s"}) {
+        EXPECT_EQ(a_qortvapi_broadcast_sync_stop(name, true), TV_NOT_FOUND) << name;
+    }
+}
+
 TEST_F(TelevisionBroadcast, FrequencyChanges) {
     QORTVAPI_FREQ_INFO_T wanted = {};
     wanted.ui4_frequency_khz = 322'400;  // dvb-c-2.ts, nearly

@@ -373,7 +373,7 @@ TEST_F(TelevisionConfiguration, OwnersAndItemsHaveOneValue) {
     EXPECT_EQ(c_hbbtv_set_default_audio_lang("fra"), TV_OK);
     EXPECT_EQ(text("setup.audio_language"), "fra");
     // The clock follows, and not only what is remembered of it.
-    EXPECT_EQ(set(kSetup, "setup.time_source", TIME_SYNC_SOURCE_SYSTEM), TV_OK);
+    EXPECT_EQ(set(kSetup, "setup.time_source", TIME_SYNC_SOURCE_SYSTEM, -7), TV_OK);
     uint32_t source = 9;
     EXPECT_EQ(a_qortvapi_time_get_sync_source(&source), TV_OK);
     EXPECT_EQ(source, uint32_t{TIME_SYNC_SOURCE_SYSTEM});
@@ -384,7 +384,7 @@ TEST_F(TelevisionConfiguration, OwnersAndItemsHaveOneValue) {
                       report("sound.volume", kSound, 33), report("sound.volume", kSound, 34),
                       report("sound.mute", kSound, 1),
                       report("picture.mode", kPicture, PICTURE_MODE_CINEMA),
-                      report("setup.time_source", kSetup, TIME_SYNC_SOURCE_SYSTEM),
+                      report("setup.time_source", kSetup, TIME_SYNC_SOURCE_SYSTEM, -7),
                       report("setup.time_source", kSetup, TIME_SYNC_SOURCE_BROADCAST)}));
 }
 

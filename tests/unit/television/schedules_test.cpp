@@ -204,9 +204,15 @@ TEST_F(TelevisionSchedules, ChangeAndDelete) {
     EXPECT_EQ(a_qortvapi_set_schedule_record(&changed, SCHEDULE_CHANGE), TV_OK);
     waitFor(1, SCHEDULE_STATE_RUNNING);
     EXPECT_EQ(a_qortvapi_record_pvr_get_current_handle() > 0, true);
-    changed.ui4_channel_id = channel(1, "Ærø Nyt");
-    EXPECT_EQ(a_qortvapi_set_schedule_record(&changed, SCHEDULE_CHANGE), TV_BUSY);
-    changed.ui4_channel_id = channel(1, "Première");
+    const auto with = [&](auto change) {
+        SCHEDULE_RECORD_T record = at(0);
+        change(record);
+        return a_qortvapi_set_schedule_record(&record, SCHEDULE_CHANGE);
+    };
+    EXPECT_EQ(with([](auto& r) { r.ui4_channel_id = channel(1, "Ærø Nyt"); }), TV_BUSY);
+    EXPECT_EQ(with([](auto& r) { ++r.i8_start_time; }), TV_BUSY);
+    EXPECT_EQ(with([](auto& r) { ++r.ui2_event_id; }), TV_BUSY);
+    EXPECT_EQ(with([](auto& r) { r.ui1_type = SCHEDULE_TYPE_REMIND; }), TV_BUSY);
     changed.ui4_duration = 1000;
     EXPECT_EQ(a_qortvapi_set_schedule_record(&changed, SCHEDULE_CHANGE), TV_OK);
     waitFor(1, SCHEDULE_STATE_RUNNING, 2);
