@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -74,6 +73,8 @@ class CallerArray {
   public:
     enum Kind { kRequired, kOptional };
 
+    /** None. */
+    CallerArray() = default;
     explicit CallerArray(int64_t count, Kind kind = kRequired,
                          const char* method = __builtin_FUNCTION())
         : mCount(count), mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
@@ -99,8 +100,8 @@ class CallerArray {
     size_t held(size_t reported) const { return std::min(reported, static_cast<size_t>(mCount)); }
 
   private:
-    int64_t mCount;
-    T* mData;
+    int64_t mCount = 0;
+    T* mData = nullptr;
 };
 
 /**
@@ -111,19 +112,21 @@ template <typename T>
 class SentArray {
   public:
     SentArray(const hidl_vec<T>& values, uint64_t count, const char* method = __builtin_FUNCTION())
-        : mData(values.data()) {
-        if (count <= values.size()) return;
-        mPadded.emplace(static_cast<int64_t>(std::min<uint64_t>(count, INT64_MAX)),
-                        CallerArray<T>::kRequired, method);
-        std::copy_n(values.data(), values.size(), mPadded->data());
-        mData = mPadded->data();
+        : mPadded(count <= values.size() ? CallerArray<T>()
+                                         : CallerArray<T>(static_cast<int64_t>(std::min<uint64_t>(
+                                                                  count, INT64_MAX)),
+                                                          CallerArray<T>::kRequired, method)),
+          mData(values.data()) {
+        if (mPadded.data() == nullptr) return;
+        std::copy_n(values.data(), values.size(), mPadded.data());
+        mData = mPadded.data();
     }
 
     const T* data() const { return mData; }
 
   private:
+    const CallerArray<T> mPadded;
     const T* mData;
-    std::optional<CallerArray<T>> mPadded;
 };
 
 /** A buffer for a text of `length` bytes and its NUL; reaches the client up to its first NUL. */

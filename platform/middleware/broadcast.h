@@ -122,7 +122,7 @@ int32_t a_qortvapi_broadcast_get_max_possible_minor_digits(uint16_t ui2_tuner_ty
 int32_t a_qortvapi_broadcast_get_cam_operator_name(uint32_t ui4_length, char* pc_name);
 int32_t a_qortvapi_broadcast_get_mheg_input_event_mask(uint8_t ui1_mask, uint8_t* pui1_set);
 
-/* Of a service context: "main" or "sub". The middleware's name has at most five characters. */
+/* Of a service context: "main" or "sub", also "main_svctx" and "sub_svctx", cut to five characters or not. */
 /* Ends what plays there, until something is selected; it has ended when this returns, in any case. */
 int32_t a_qortvapi_broadcast_sync_stop(const char* ps_context, bool b_block);
 /* Of the main window: 1 where no signal comes in, or nothing is selected. */

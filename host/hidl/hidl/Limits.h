@@ -20,9 +20,13 @@ constexpr size_t kSessionConnections = 64;
 // descriptors, and the soft limit of descriptors is 1024.
 constexpr size_t kSessions = 256;
 
-// Connections that have not said yet which session they belong to. They say so at once, so more
-// than a burst of starting applications is somebody holding them open; the oldest goes.
+// Connections that have not said yet which session they belong to. With so many, one that says
+// nothing goes, the oldest first; where all are about to speak, further ones wait in the socket's
+// queue.
 constexpr size_t kUnknownConnections = 64;
+
+// Milliseconds after which a connection that says nothing may go. They say at once what they are.
+constexpr int kSilenceMilliseconds = 100;
 
 // Objects that one process may hold of another: references leak slowly, and this stops them before
 // memory does.

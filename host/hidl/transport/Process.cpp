@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 
@@ -78,11 +79,20 @@ class Process::Greeting : public Pollable {
     void onReady() override;
     int fd() const override { return mSocket; }
     void shutDown() { shutdown(mSocket, SHUT_RDWR); }
+    // Whether the peer had its time and nothing of it waits to be read. For one of the list.
+    bool isSilent() const {
+        char byte;
+        return Clock::now() - mSince >= std::chrono::milliseconds(limits::kSilenceMilliseconds) &&
+               recv(mSocket, &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0;
+    }
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     Process* const mProcess;
     int mSocket;
     const Peer mPeer;
+    const Clock::time_point mSince = Clock::now();
     Hello mHello;
     size_t mHave = 0;
 };
@@ -233,8 +243,23 @@ size_t Process::sessionCount() {
 
 // Taking connections.
 
+bool Process::makeRoomForGreeting() {
+    sp<Greeting> silent;  // goes without the lock
+    std::lock_guard<std::mutex> lock(mMutex);
+    if (mGreetings.size() < limits::kUnknownConnections) return true;
+    // A greeting leaves the list before it gives its socket away, so one of the list has it.
+    const auto found = std::find_if(mGreetings.begin(), mGreetings.end(),
+                                    [](const sp<Greeting>& g) { return g->isSilent(); });
+    if (found == mGreetings.end()) return false;
+    silent = std::move(*found);
+    mGreetings.erase(found);
+    silent->shutDown();
+    return true;
+}
+
 void Process::Listener::onReady() {
     for (;;) {
+        if (!mProcess->makeRoomForGreeting()) return mPause->begin();
         const int socket = accept4(mSocket, nullptr, nullptr, SOCK_CLOEXEC);
         if (socket < 0) {
             if (errno == EINTR || errno == ECONNABORTED) continue;
@@ -252,17 +277,8 @@ void Process::Listener::onReady() {
         }
         sp<Greeting> greeting = new Greeting(mProcess, socket, peer);
         {
-            // A greeting leaves the list before it gives its socket away, so the oldest still has
-            // one.
-            auto& greetings = mProcess->mGreetings;
-            sp<Greeting> oldest;  // goes without the lock
             std::lock_guard<std::mutex> lock(mProcess->mMutex);
-            if (greetings.size() >= limits::kUnknownConnections) {
-                oldest = greetings.front();
-                greetings.pop_front();
-                oldest->shutDown();
-            }
-            greetings.push_back(greeting);
+            mProcess->mGreetings.push_back(greeting);
         }
         ThreadPool::instance().add(greeting);
     }

@@ -62,6 +62,8 @@ class Process {
 
     Process();
     status_t listen(Registry* registry);
+    // Lets a silent one of too many connections go. False where none is: this process is behind.
+    bool makeRoomForGreeting();
     void welcome(int socket, const Peer& peer, const wire::Hello& hello);
     wire::HelloReply replyTo(const wire::Hello& hello);
 

@@ -113,6 +113,7 @@ bool ThreadPool::add(const sp<Pollable>& pollable) {
         mPollables[pollable.get()] = pollable;
     }
     epoll_event event = eventFor(pollable.get());
+    pollable->handOver();
     if (epoll_ctl(mEpoll, EPOLL_CTL_ADD, pollable->fd(), &event) == 0) return true;
     std::lock_guard<std::mutex> lock(mPollablesMutex);
     mPollables.erase(pollable.get());
@@ -121,6 +122,7 @@ bool ThreadPool::add(const sp<Pollable>& pollable) {
 
 void ThreadPool::arm(Pollable* pollable) {
     epoll_event event = eventFor(pollable);
+    pollable->handOver();
     epoll_ctl(mEpoll, EPOLL_CTL_MOD, pollable->fd(), &event);
 }
 
@@ -142,7 +144,9 @@ void ThreadPool::run() {
         if (count != 1) continue;  // a signal
         // This thread may be busy for long: somebody else should wait for the next event.
         if (othersIdle == 0) spawn();
-        static_cast<Pollable*>(event.data.ptr)->onReady();
+        auto* pollable = static_cast<Pollable*>(event.data.ptr);
+        pollable->takeOver();
+        pollable->onReady();
     }
 }
 

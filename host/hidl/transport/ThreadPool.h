@@ -20,6 +20,15 @@ class Pollable : public virtual RefBase {
     // object, or it may be gone.
     virtual void onReady() = 0;
     virtual int fd() const = 0;
+
+  private:
+    friend class ThreadPool;
+    // What the last thread did with the object is seen by the next one. The kernel orders the two
+    // already, but the language knows nothing of epoll.
+    void handOver() { mHandedOver.store(true, std::memory_order_release); }
+    void takeOver() { mHandedOver.load(std::memory_order_acquire); }
+
+    std::atomic<bool> mHandedOver{false};
 };
 
 // One for the process, never destroyed: its threads live as long as the process.

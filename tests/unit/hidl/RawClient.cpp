@@ -78,13 +78,19 @@ static int connectRaw(const std::string& path) {
     return -1;
 }
 
+static bool receiveReply(int socket, wire::HelloReply* reply) {
+    return recv(socket, reply, sizeof(*reply), MSG_WAITALL) == sizeof(*reply) &&
+           reply->accepted == 1;
+}
+
+bool RawClient::sendHello(int socket, wire::Purpose purpose) const {
+    wire::Hello hello{wire::kMagic, wire::kVersion, purpose, 0x1234, mSession, getpid(), 0};
+    return ::send(socket, &hello, sizeof(hello), MSG_NOSIGNAL) == sizeof(hello);
+}
+
 int RawClient::greet(wire::Purpose purpose, wire::HelloReply* reply) {
     const int fd = connectRaw(mPath);
-    wire::Hello hello{wire::kMagic, wire::kVersion, purpose, 0x1234, mSession, getpid(), 0};
-    if (fd >= 0 && ::send(fd, &hello, sizeof(hello), MSG_NOSIGNAL) == sizeof(hello) &&
-        recv(fd, reply, sizeof(*reply), MSG_WAITALL) == sizeof(*reply) && reply->accepted == 1) {
-        return fd;
-    }
+    if (fd >= 0 && sendHello(fd, purpose) && receiveReply(fd, reply)) return fd;
     if (fd >= 0) close(fd);
     return -1;
 }
@@ -92,6 +98,15 @@ int RawClient::greet(wire::Purpose purpose, wire::HelloReply* reply) {
 bool RawClient::connectOnly() {
     mNotices = connectRaw(mPath);
     return mNotices >= 0;
+}
+
+bool RawClient::beginSession() {
+    return sendHello(mNotices, wire::Purpose::kSession);
+}
+
+bool RawClient::isAccepted() {
+    wire::HelloReply reply;
+    return receiveReply(mNotices, &reply);
 }
 
 bool RawClient::openSession() {

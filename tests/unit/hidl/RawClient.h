@@ -48,6 +48,9 @@ class RawClient {
     bool openCalls();
     // A connection without any greeting.
     bool connectOnly();
+    // The two halves of openSession() on such a connection.
+    bool beginSession();
+    bool isAccepted();
 
     int notices() const { return mNotices; }
     int calls() const { return mCalls; }
@@ -68,6 +71,7 @@ class RawClient {
     static std::string socketIn(const std::string& folder);
 
   private:
+    bool sendHello(int socket, wire::Purpose purpose) const;
     int greet(wire::Purpose purpose, wire::HelloReply* reply);
 
     const std::string mPath;

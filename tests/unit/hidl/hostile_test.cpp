@@ -134,6 +134,21 @@ TEST_F(HostileTest, NoGreetingAtAll) {
     expectUnharmed(0);
 }
 
+// Of a burst that the service comes to late nobody is taken for one that says nothing.
+TEST_F(HostileTest, ManyGreetingsAtOnce) {
+    ASSERT_EQ(::kill(mService.pid(), SIGSTOP), 0);
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (size_t i = 0; i < 2 * limits::kUnknownConnections; ++i) {
+        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
+        ASSERT_TRUE(clients.back()->connectOnly());
+        ASSERT_TRUE(clients.back()->beginSession());
+    }
+    ASSERT_EQ(::kill(mService.pid(), SIGCONT), 0);
+    for (const auto& client : clients) EXPECT_TRUE(client->isAccepted());
+    clients.clear();
+    expectUnharmed(0);
+}
+
 // Connections that say nothing cannot fill the service up: the oldest go.
 TEST_F(HostileTest, ManyConnectionsWithoutGreeting) {
     std::vector<std::unique_ptr<RawClient>> clients;
