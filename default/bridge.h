@@ -73,8 +73,6 @@ class CallerArray {
   public:
     enum Kind { kRequired, kOptional };
 
-    /** None. */
-    CallerArray() = default;
     explicit CallerArray(int64_t count, Kind kind = kRequired,
                          const char* method = __builtin_FUNCTION())
         : mCount(count), mData(static_cast<T*>(zeroedMemory(count, sizeof(T)))) {
@@ -100,8 +98,8 @@ class CallerArray {
     size_t held(size_t reported) const { return std::min(reported, static_cast<size_t>(mCount)); }
 
   private:
-    int64_t mCount = 0;
-    T* mData = nullptr;
+    int64_t mCount;
+    T* mData;
 };
 
 /**
@@ -112,21 +110,22 @@ template <typename T>
 class SentArray {
   public:
     SentArray(const hidl_vec<T>& values, uint64_t count, const char* method = __builtin_FUNCTION())
-        : mPadded(count <= values.size() ? CallerArray<T>()
-                                         : CallerArray<T>(static_cast<int64_t>(std::min<uint64_t>(
-                                                                  count, INT64_MAX)),
-                                                          CallerArray<T>::kRequired, method)),
-          mData(values.data()) {
-        if (mPadded.data() == nullptr) return;
-        std::copy_n(values.data(), values.size(), mPadded.data());
-        mData = mPadded.data();
+        : mSent(values.data()) {
+        if (count <= values.size()) return;
+        const auto elements = static_cast<int64_t>(std::min<uint64_t>(count, INT64_MAX));
+        mPadded = static_cast<T*>(zeroedMemory(elements, sizeof(T)));
+        if (mPadded == nullptr) endForLackOfMemory(elements, sizeof(T), method);
+        std::copy_n(values.data(), values.size(), mPadded);
     }
+    ~SentArray() { free(mPadded); }
+    SentArray(const SentArray&) = delete;
+    SentArray& operator=(const SentArray&) = delete;
 
-    const T* data() const { return mData; }
+    const T* data() const { return mPadded != nullptr ? mPadded : mSent; }
 
   private:
-    const CallerArray<T> mPadded;
-    const T* mData;
+    const T* mSent;
+    T* mPadded = nullptr;
 };
 
 /** A buffer for a text of `length` bytes and its NUL; reaches the client up to its first NUL. */
