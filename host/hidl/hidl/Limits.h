@@ -44,6 +44,10 @@ constexpr int kLingerMilliseconds = 3;
 // the other half.
 constexpr int kMessageMilliseconds = 5000;
 
+// Milliseconds after which a caller that waits for an answer says so, once a call: the peer may be
+// stopped, and hold up more than this caller.
+constexpr int kSlowAnswerMilliseconds = 5000;
+
 // Milliseconds for which a oneway call waits for a peer that does not read; it fails then.
 constexpr int kOnewayMilliseconds = 5000;
 

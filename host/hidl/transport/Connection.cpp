@@ -10,13 +10,16 @@ namespace android::hardware::transport {
 
 Connection::Connection(int socket, Role role, const sp<Session>& session)
     : mSocket(socket), mRole(role), mSession(session), mReader(role == Role::kNotices) {
-    // A thread that lingers here after an answer must come back soon. Callers wait without limit.
-    setReceiveTimeout(socket, role == Role::kCalls ? 0 : limits::kLingerMilliseconds);
+    setReceiveTimeout(socket, receiveTimeout());
     setSendTimeout(socket, role == Role::kNotices ? limits::kOnewayMilliseconds : 0);
 }
 
 Connection::~Connection() {
     close(mSocket);
+}
+
+int Connection::receiveTimeout() const {
+    return mRole == Role::kCalls ? limits::kSlowAnswerMilliseconds : limits::kLingerMilliseconds;
 }
 
 void Connection::shutDown() {

@@ -31,6 +31,9 @@ class Connection : public Pollable {
 
     Role role() const { return mRole; }
     FrameReader& reader() { return mReader; }
+    // Milliseconds: a thread that lingers here after an answer must come back soon; one that waits
+    // for an answer waits on, see Session::await().
+    int receiveTimeout() const;
 
     // Ends what any thread is doing on the connection.
     void shutDown();

@@ -349,15 +349,18 @@ status_t Session::transact(uint64_t target, uint32_t code, const Parcel& data, P
 }
 
 status_t Session::await(Connection& connection, uint64_t sequence, Parcel* reply) {
-    // On a connection that lingers (a nested call), waiting for long must not wake the thread all
-    // the time.
-    bool unlimited = connection.role() == Role::kCalls;
-    struct Restore {
-        ~Restore() {
-            if (socket >= 0) setReceiveTimeout(socket, limits::kLingerMilliseconds);
+    // A connection that lingers (a nested call) must not wake the thread all the time, and one
+    // answer that takes long is told of once.
+    struct Patience {
+        explicit Patience(const Connection& c) : socket(c.fd()), usual(c.receiveTimeout()) {}
+        ~Patience() {
+            if (now != usual) setReceiveTimeout(socket, usual);
         }
-        int socket = -1;
-    } restore;
+        void become(int milliseconds) { setReceiveTimeout(socket, now = milliseconds); }
+        const int socket;
+        const int usual;
+        int now = usual;
+    } patience(connection);
 
     for (;;) {
         ParcelContents* contents = ParcelContents::acquire();
@@ -367,10 +370,12 @@ status_t Session::await(Connection& connection, uint64_t sequence, Parcel* reply
                 connection.reader().receive(connection.fd(), &header, contents, &reason);
         if (result == ReceiveResult::kNothing) {
             ParcelContents::release(contents);
-            if (!unlimited) {
-                unlimited = true;
-                restore.socket = connection.fd();
-                setReceiveTimeout(connection.fd(), 0);
+            if (patience.now != limits::kSlowAnswerMilliseconds) {
+                patience.become(limits::kSlowAnswerMilliseconds);
+            } else {
+                HIDL_LOGW("Process %d has not answered a call for %d s: waiting on", mPeer.pid,
+                          limits::kSlowAnswerMilliseconds / 1000);
+                patience.become(0);
             }
             continue;
         }

@@ -1,6 +1,7 @@
 // Many callers, few threads.
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <thread>
 
 #include <hidl/HidlTransportSupport.h>
@@ -81,6 +82,24 @@ TEST_F(ThreadTest, SchedulingWishesAreChecked) {
     EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(local, SCHED_FIFO, 0));
     EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(local, 77, 1));
     EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(nullptr, SCHED_OTHER, 0));
+}
+
+// Who stops holds his callers up; the log names him, once for each call that waits.
+TEST_F(ThreadTest, AStoppedPeerIsNamed) {
+    startService(4);
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    ASSERT_EQ(service->number().withDefault(0), 42);
+    LogCapture log;
+    ASSERT_EQ(::kill(mService.pid(), SIGSTOP), 0);
+    std::thread caller([&] { EXPECT_EQ(service->number().withDefault(0), 42); });
+    EXPECT_TRUE(eventually([&] { return !log.lines().empty(); }));
+    ASSERT_EQ(::kill(mService.pid(), SIGCONT), 0);
+    caller.join();
+    EXPECT_EQ(log.lines(),
+              std::vector<std::string>{"Process " + std::to_string(mService.pid()) +
+                                       " has not answered a call for 5 s: waiting on"});
+    EXPECT_EQ(service->number().withDefault(0), 42) << "as before";
 }
 
 }  // namespace
