@@ -266,12 +266,18 @@ void Cam::listen() {
     require(result, "listen to the CAM");
 }
 
+int32_t Cam::ask(uint32_t type, const std::vector<uint8_t>& data) {
+    return valueOf(mProxy->a_hidl_a_qortvapi_ci_set(type, kNoInfo, data), "ci_set");
+}
+
 void Cam::set(uint32_t type, const std::vector<uint8_t>& data, const char* what) {
-    require(valueOf(mProxy->a_hidl_a_qortvapi_ci_set(type, kNoInfo, data), "ci_set"), what);
+    require(ask(type, data), what);
 }
 
 void Cam::openMenu() {
-    set(QORTVAPI_CI_SET_TYPE_MMI_ENTER, {}, "open the CAM's menu");
+    const int32_t result = ask(QORTVAPI_CI_SET_TYPE_MMI_ENTER, {});
+    if (result == TV_NOT_SUPPORTED) throw Error(Error::Kind::kRefused, "the CAM has no menu");
+    require(result, "open the CAM's menu");
 }
 
 void Cam::close() {
@@ -339,10 +345,13 @@ void setCamInserted(const android::sp<IQorTvApi>& television, bool inserted) {
     const char* const what = inserted ? "insert the CAM" : "remove the CAM";
     constexpr int32_t kKind = 0;
     const Bytes flag = {uint8_t{inserted}};
-    require(valueOf(television->a_hidl_a_qortvapi_util_set(CI_SLOT_UTIL_NAME, kKind, flag,
-                                                           flag.size()),
-                    "util_set"),
-            what);
+    const int32_t result = valueOf(
+            television->a_hidl_a_qortvapi_util_set(CI_SLOT_UTIL_NAME, kKind, flag, flag.size()),
+            "util_set");
+    if (inserted && result == TV_NOT_FOUND) {
+        throw Error(Error::Kind::kRefused, "there is no usable cam.json in the folder of streams");
+    }
+    require(result, what);
 }
 
 }  // namespace qortv

@@ -31,6 +31,16 @@ uint32_t open(const android::sp<Recorder::Interface>& proxy) {
 
 Recorder::Recorder(android::sp<Interface> proxy) : mProxy(std::move(proxy)), mId(open(mProxy)) {}
 
+Recorder::Recorder(android::sp<Interface> proxy, uint32_t id) : mProxy(std::move(proxy)), mId(id) {}
+
+std::unique_ptr<Recorder> Recorder::running(const android::sp<Interface>& proxy) {
+    const int32_t id = valueOf(proxy->a_hidl_a_qortvapi_record_pvr_get_current_handle(),
+                               "record_pvr_get_current_handle");
+    if (id == TV_NOT_FOUND) return nullptr;
+    const auto recorder = static_cast<uint32_t>(accepted(id, "tell what records"));
+    return std::unique_ptr<Recorder>(new Recorder(proxy, recorder));
+}
+
 Recorder::~Recorder() {
     // A failure leaves nothing to do: the recorder is gone with the service, or stays.
     static_cast<void>(mProxy->a_hidl_a_qortvapi_record_pvr_close(mId).isOk());

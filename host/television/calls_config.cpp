@@ -174,19 +174,16 @@ int32_t putCounted(char* to, uint32_t* length, const std::string& text) {
 }
 
 /** Writes the names of an item's choices, as many as fit. */
-int32_t putChoices(const Core& core, const ConfigItem& item, char* to, uint32_t* length,
-                   uint32_t* count) {
+int32_t putChoices(const ConfigItem& item, char* to, uint32_t* length, uint32_t* count) {
     if (item.kind != ItemKind::kSwitch && item.kind != ItemKind::kChoice) return TV_NOT_SUPPORTED;
     if (!writable(to) || !writable(length) || *length == 0) return TV_INVALID_ARGUMENT;
     std::string text;
     uint32_t written = 0;
-    if (holds(core, item.enabled)) {
-        for (const std::string& choice : item.choices()) {
-            const std::string next = written == 0 ? choice : text + "," + choice;
-            if (next.size() >= *length) break;
-            text = next;
-            ++written;
-        }
+    for (const std::string& choice : item.choices()) {
+        const std::string next = written == 0 ? choice : text + "," + choice;
+        if (next.size() >= *length) break;
+        text = next;
+        ++written;
     }
     put(count, written);
     return putCounted(to, length, text);
@@ -208,12 +205,11 @@ void plugTexts(switchboard::Switchboard& board, Core& core,
             [=](const char* key, const char* value, uint32_t option) {
                 return setText(*configuration, key, value, static_cast<int32_t>(option));
             });
-    board.on<&a_qortvapi_config_get_items_enabled>(
-            [&core](int16_t group, const char* key, char* to, uint32_t* length, uint32_t* count) {
-                return with(group, key, [&](const ConfigItem& item) {
-                    return putChoices(core, item, to, length, count);
-                });
-            });
+    board.on<&a_qortvapi_config_get_items_enabled>([](int16_t group, const char* key, char* to,
+                                                      uint32_t* length, uint32_t* count) {
+        return with(group, key,
+                    [&](const ConfigItem& item) { return putChoices(item, to, length, count); });
+    });
 }
 
 int32_t setWorld(Configuration& configuration, int16_t country, int16_t language) {

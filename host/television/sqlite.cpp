@@ -3,9 +3,8 @@
 namespace television {
 
 void execute(sqlite3* database, const char* sql) {
-    if (sqlite3_exec(database, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
-        throw SqliteError(sqlite3_errmsg(database));
-    }
+    const int result = sqlite3_exec(database, sql, nullptr, nullptr, nullptr);
+    if (result != SQLITE_OK) throw SqliteError(result, sqlite3_errmsg(database));
 }
 
 SqliteStatement::SqliteStatement(sqlite3* database, const char* sql) : mDatabase(database) {
@@ -14,7 +13,7 @@ SqliteStatement::SqliteStatement(sqlite3* database, const char* sql) : mDatabase
 
 void SqliteStatement::check(int result) {
     if (result != SQLITE_OK && result != SQLITE_ROW && result != SQLITE_DONE) {
-        throw SqliteError(sqlite3_errmsg(mDatabase));
+        throw SqliteError(result, sqlite3_errmsg(mDatabase));
     }
 }
 

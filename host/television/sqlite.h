@@ -10,10 +10,14 @@
 
 namespace television {
 
-/** A failure of the database; the text is SQLite's. */
+/** A failure of the database; the text and the code are SQLite's. */
 class SqliteError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    SqliteError(int code, const std::string& text) : std::runtime_error(text), mCode(code) {}
+    int code() const { return mCode; }
+
+  private:
+    int mCode;
 };
 
 struct SqliteCloser {

@@ -1,6 +1,7 @@
 /** What the television remembers when it is off: an SQLite database in its state folder. */
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <set>
 #include <string>
@@ -21,6 +22,15 @@ struct Changes {
     bool bissKeys = false;
     bool settings = false;  ///< what windows show and showed before, pump versions
 
+    /** Takes over what `more` names. */
+    void add(const Changes& more) {
+        lists.insert(more.lists.begin(), more.lists.end());
+        services.insert(more.services.begin(), more.services.end());
+        favourites.insert(more.favourites.begin(), more.favourites.end());
+        satellites |= more.satellites;
+        bissKeys |= more.bissKeys;
+        settings |= more.settings;
+    }
     bool empty() const {
         return lists.empty() && services.empty() && favourites.empty() && !satellites &&
                !bissKeys && !settings;
@@ -28,19 +38,28 @@ struct Changes {
 };
 
 /**
- * Keeps the lists in `qortv.db`. When the database cannot be opened, read or written, the log says
- * so once, with its path, and the television goes on with what it has in memory. One thread at a
- * time.
+ * Keeps the lists in `qortv.db`. The log says so once when the database cannot be opened or read,
+ * with its path, and the television goes on with what it has in memory. A database that is damaged
+ * or of another version is moved aside, for a new one. What cannot be written waits for the next
+ * change, or for the end: the log says once that it waits, and once that all is written.
+ *
+ * The folder belongs to one process as long as that lives: others are told so on the log, and keep
+ * everything in memory. One thread at a time.
  */
 class Store {
   public:
     /** `folder` is made when missing; ":memory:" keeps everything in memory. */
     explicit Store(const std::string& folder);
+    /** Writes what still waits. */
+    ~Store();
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
 
     /** Reads what is remembered into empty lists. Rows that make no sense are left out. */
     void load(ChannelLists& lists, Identities& identities);
 
-    /** Writes what `changes` names, in one transaction. */
+    /** Writes what `changes` names, in one transaction. `lists` outlive this and stand still during
+     * each call: what waits is written as it is then. */
     void save(const ChannelLists& lists, Identities& identities, const Changes& changes);
 
     /** What `saveValue` has kept, by name. */
@@ -48,15 +67,31 @@ class Store {
     /** Keeps bytes under a name; none forgets the name. */
     void saveValue(const std::string& name, const std::string& bytes);
 
-    /** Whether changes still reach the database. */
+    /** Whether changes still reach the database, at once or later. */
     bool works() const { return mDatabase != nullptr; }
     const std::string& path() const { return mPath; }
 
   private:
-    void open(const std::string& folder);
+    /** What is not written yet. */
+    struct Waiting {
+        Changes changes;
+        std::map<IdentityKey, Identity> identities;
+        std::map<std::string, std::string> values;
+
+        bool lists() const { return !changes.empty() || !identities.empty(); }
+        bool empty() const { return !lists() && values.empty(); }
+    };
+
+    void claim(const std::string& folder);
+    void open();
+    void moveAside(const std::string& reason);
     void giveUp(const std::string& reason);
     void loadRecords(ChannelLists& lists);
     void loadRest(ChannelLists& lists, Identities& identities);
+    void write();
+    void writeOrWait();
+    void writeLists(const ChannelLists& lists);
+    void writeValues();
     void saveList(const ChannelList& list);
     void saveFavourites(const ChannelList& list);
     void saveRecord(RecordKind kind, uint16_t list, uint16_t record, uint16_t lcn, uint8_t own,
@@ -64,7 +99,12 @@ class Store {
     void deleteRecords(RecordKind kind, uint16_t list);
 
     std::string mPath;
+    int mClaim = -1;  ///< file whose lock says that the folder is this process's
     SqliteDatabase mDatabase;
+    const ChannelLists* mLists = nullptr;  ///< there as soon as a change of them waits
+    Waiting mWaiting;
+    bool mFailing = false;
+    std::chrono::steady_clock::time_point mFailed;  ///< when it failed last
 };
 
 }  // namespace television

@@ -190,8 +190,11 @@ TEST_F(IntegrationCam, WithoutACamEveryCommandSaysSo) {
     ASSERT_EQ(remove(file().c_str()), 0);
     qortv::Cam cam(qortv::connect<qortv::Cam::Interface>());
     ASSERT_TRUE(eventually([&] { return cam.slot() == qortv::CamSlot::kEmpty; }));
-    for (const std::vector<std::string>& command :
-         {std::vector<std::string>{"cam"}, {"cam", "menu"}, {"cam", "status"}, {"cam", "pin"}}) {
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"cam"},
+                                                    {"cam", "menu"},
+                                                    {"cam", "status"},
+                                                    {"cam", "pin"},
+                                                    {"cam", "remove"}}) {
         const auto outcome = mStation.ctl(command);
         EXPECT_EQ(outcome.status, 1) << command.back();
         EXPECT_EQ(outcome.out, "");
@@ -202,7 +205,17 @@ TEST_F(IntegrationCam, WithoutACamEveryCommandSaysSo) {
     EXPECT_EQ(status.out, "{\"slot\":\"empty\"}\n");
     const auto inserted = mStation.ctl({"cam", "insert"});
     EXPECT_EQ(inserted.status, 1);
-    EXPECT_EQ(inserted.err, "qortvctl: the television refused to insert the CAM (code -2)\n");
+    EXPECT_EQ(inserted.err, "qortvctl: there is no usable cam.json in the folder of streams\n");
+}
+
+TEST_F(IntegrationCam, OneWithoutAMenuIsSaidToHaveNone) {
+    insert({{"name", "Silent"}});
+    qortv::Cam cam(qortv::connect<qortv::Cam::Interface>());
+    ASSERT_TRUE(eventually([&] { return cam.name() == "Silent"; }));
+    const auto outcome = mStation.ctl({"cam", "menu"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "qortvctl: the CAM has no menu\n");
 }
 
 TEST_F(IntegrationCam, AllHearTheWholeDialogueInOneOrderAndOneMayDie) {

@@ -97,6 +97,18 @@ TEST_F(IntegrationConfiguration, WhatASettingCannotBeIsToldWithWhatItCan) {
     EXPECT_EQ(get("picture.brightness")["value"], 50);
 }
 
+TEST_F(IntegrationConfiguration, ADisabledSettingKeepsItsNamesAndIsSetWithANote) {
+    ASSERT_EQ(mStation.ctl({"config", "set", "picture.mode", "game"}).err, "");
+    EXPECT_NE(mStation.ctl({"config", "get", "picture.motion"})
+                      .out.find("medium  off, low, medium, strong  disabled\n"),
+              std::string::npos);
+    const auto outcome = mStation.ctl({"config", "set", "picture.motion", "strong"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "picture.motion is strong\n");
+    EXPECT_EQ(outcome.err, "qortvctl: picture.motion is disabled now\n");
+    EXPECT_EQ(get("picture.motion")["value"], 3);
+}
+
 TEST_F(IntegrationConfiguration, WatchPrintsChangesOfItsKeysOnly) {
     const auto watch = startWatch({"picture.contrast", "setup.language", "--count", "3"});
     const std::vector<std::vector<std::string>> changes = {{"picture.contrast", "41"},

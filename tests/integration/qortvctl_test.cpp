@@ -53,10 +53,21 @@ TEST(IntegrationCtl, WrongUsageIsStatusTwoAndNamesTheMistake) {
     expectUsage({"channels", "--colour"}, "--colour");
     expectUsage({"channels", "--medium", "smoke"}, "smoke");
     expectUsage({"select"}, "CHANNEL");
-    expectUsage({"watch", "--count", "0"}, "--count");
-    expectUsage({"watch", "--count", "x"}, "--count");
-    expectUsage({"watch", "--for", "-1"}, "--for");
-    expectUsage({"--timeout", "soon", "list"}, "--timeout");
+    expectUsage({"select", ""}, "CHANNEL: must not be empty");
+    for (const char* count : {"0", "-1", "x", "1.5", ""}) {
+        expectUsage({"watch", "--count", count}, "--count: must be 1 or more\n");
+        expectUsage({"config", "watch", "--count", count}, "--count: must be 1 or more\n");
+    }
+    for (const char* seconds : {"0", "0.0001", "-1", "nan", "-nan", "inf", "1e9", "soon", ""}) {
+        expectUsage({"watch", "--for", seconds},
+                    "--for: must be seconds, more than 0 and at most 100000000\n");
+        expectUsage({"config", "watch", "--for", seconds}, "--for: must be seconds, more than 0");
+        expectUsage({"record", "--for", seconds}, "--for: must be seconds, more than 0");
+    }
+    for (const char* seconds : {"-1", "nan", "inf", "soon"}) {
+        expectUsage({"--timeout", seconds, "list"},
+                    "--timeout: must be seconds, at least 0 and at most 100000000\n");
+    }
 }
 
 TEST(IntegrationCtl, WithoutAServiceItSaysWhereItLooked) {
@@ -188,6 +199,39 @@ TEST_F(IntegrationCtlService, SelectRefusesToGuess) {
     outcome = mStation.ctl({"select", "no such channel"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "qortvctl: no channel has the number or name 'no such channel'\n");
+    // There is a channel "Новости 24", and none with that number.
+    outcome = mStation.ctl({"select", "24"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "qortvctl: there is no channel 24\n");
+    outcome = mStation.ctl({"select", "99", "--medium", "cable"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qortvctl: there is no cable channel 99\n");
+}
+
+TEST_F(IntegrationCtlService, ANumberOfSeveralMediaIsThatOfTheOneThatIsOn) {
+    const std::string complaint =
+            "qortvctl: '7' fits 2 channels:\n"
+            "  7 Новости 24 (terrestrial)\n"
+            "  7 Música Clásica (satellite)\n"
+            "choose with --medium\n";
+    ASSERT_EQ(mStation.ctl({"select", "curaçao tv"}).status, 0);
+    for (const char* command : {"select", "zap", "epg", "now", "record"}) {
+        const auto outcome = mStation.ctl({command, "7"});
+        EXPECT_EQ(outcome.status, 1) << command;
+        EXPECT_EQ(outcome.err, complaint) << command;
+        const auto help = mStation.ctl({command, "--help"});
+        EXPECT_NE(help.out.find("a number that several media have"), std::string::npos) << command;
+    }
+    ASSERT_EQ(mStation.ctl({"select", "world news hd"}).status, 0);
+    EXPECT_EQ(mStation.ctl({"select", "7"}).out, "selected 7 Música Clásica\n");
+    ASSERT_EQ(mStation.ctl({"select", "première"}).status, 0);
+    EXPECT_EQ(mStation.ctl({"select", "7"}).out, "selected 7 Новости 24\n");
+    EXPECT_EQ(mStation.ctl({"select", "7", "--medium", "satellite"}).out,
+              "selected 7 Música Clásica\n");
+    // Names say more: several that fit are told, whatever is on.
+    EXPECT_NE(mStation.ctl({"select", "cinéma"}).err.find("give more of the name, or --medium\n"),
+              std::string::npos);
 }
 
 TEST_F(IntegrationCtlService, AClosedPipeIsQuiet) {
@@ -206,6 +250,24 @@ TEST_F(IntegrationCtlService, AFullDiskIsAnError) {
                 mStation.environment);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "qortvctl: cannot write: No space left on device\n");
+}
+
+TEST(IntegrationCtl, HelpThatCannotBeWrittenIsAnError) {
+    Station station;
+    for (const char* command : {"", "zap", "record at"}) {
+        const auto outcome =
+                run({"/bin/bash", "-c",
+                     std::string("'") + QORTVCTL + "' " + command + " --help >/dev/full"},
+                    station.environment);
+        EXPECT_EQ(outcome.status, 1) << command;
+        EXPECT_EQ(outcome.err, "qortvctl: cannot write: No space left on device\n") << command;
+    }
+    const auto outcome =
+            run({"/bin/bash", "-c",
+                 std::string("set -o pipefail; '") + QORTVCTL + "' --help | head -n 1"},
+                station.environment);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(IntegrationCtlService, WatchEndsAfterItsCount) {

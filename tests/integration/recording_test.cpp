@@ -101,6 +101,62 @@ TEST_F(IntegrationRecording, ASignalEndsItAndKeepsIt) {
     }
 }
 
+TEST_F(IntegrationRecording, ClosedDescriptorsAreNotTakenForTheService) {
+    for (const char* closed : {"0<&-", "2>&-", "0<&- 2>&-", "1>&-", "0<&- 1>&- 2>&-"}) {
+        const auto outcome =
+                run({"/bin/bash", "-c",
+                     std::string("'") + QORTVCTL + "' record première --for 0.1 " + closed},
+                    mStation.environment);
+        EXPECT_EQ(outcome.status, 0) << closed << outcome.err;
+    }
+    EXPECT_EQ(recordings().size(), 5U);
+}
+
+TEST_F(IntegrationRecording, StopEndsWhatAKilledProgramLeftRunning) {
+    auto outcome = mStation.ctl({"record", "stop"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "nothing is being recorded\n");
+    EXPECT_EQ(mStation.ctl({"record", "stop", "--json"}).out, "[]\n");
+
+    for (int i = 0; i < 4; ++i) {
+        const auto recording = mStation.startCtl({"record", "première"});
+        ASSERT_TRUE(eventually([&] { return countOf("until Ctrl-C\n", recording->err()) == 1; }));
+        recording->signal(SIGKILL);
+        recording->wait();
+    }
+    EXPECT_EQ(mStation.ctl({"record", "première"}).err,
+              "qortvctl: all recorders of the television are in use\n");
+    outcome = mStation.ctl({"record", "stop"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const json list = recordings();
+    ASSERT_EQ(list.size(), 4U);
+    EXPECT_EQ(countOf("\n", outcome.out), 4U);
+    for (const auto& one : list) {
+        EXPECT_EQ(one["state"], "stopped");
+        const std::string line = "stopped 1 Première: " + std::string(one["path"]) + "\n";
+        EXPECT_EQ(countOf(line, outcome.out), 1U) << outcome.out;
+    }
+    // All four are free again.
+    mStation.enter();
+    const auto proxy = qortv::connect<qortv::Recorder::Interface>();
+    const qortv::Recorder first(proxy);
+    const qortv::Recorder second(proxy);
+    const qortv::Recorder third(proxy);
+    EXPECT_EQ(mStation.ctl({"record", "première", "--for", "0.1"}).status, 0);
+}
+
+TEST_F(IntegrationRecording, StopEndsARecordingWhoseProgramLives) {
+    const auto recording = startRecording({"première"});
+    const auto outcome = mStation.ctl({"record", "stop", "--json"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const json stopped = json::parse(outcome.out);
+    ASSERT_EQ(stopped.size(), 1U);
+    EXPECT_EQ(stopped[0]["channelNumber"], 1);
+    EXPECT_EQ(stopped[0]["state"], "stopped");
+    EXPECT_EQ(recording->wait(), 0) << recording->err();
+    EXPECT_EQ(recording->out().rfind("recorded 1 Première: ", 0), 0U) << recording->out();
+}
+
 TEST_F(IntegrationRecording, NoRecorderIsLeftOpen) {
     // A television has room for four of applications: one is left.
     mStation.enter();
@@ -209,6 +265,11 @@ TEST_F(IntegrationRecording, SchedulesAreMadeListedAndCancelled) {
     const json both = schedules();
     ASSERT_EQ(both.size(), 2U);
     EXPECT_EQ(both[0], added);
+    EXPECT_EQ(added["channelNumber"], 1);
+    EXPECT_EQ(added["channel"], "Première");
+    EXPECT_EQ(added["date"], "2037-12-24");
+    EXPECT_EQ(both[1]["date"], "2037-12-25");
+    EXPECT_EQ(both[1]["time"], "18:00:00");
     // Local time is one hour ahead, or two after the last change that the streams tell.
     const int64_t ahead = 2145290400 + 86400 - int64_t{both[1]["start"]};
     EXPECT_TRUE(ahead == 3600 || ahead == 7200) << ahead;
@@ -255,6 +316,14 @@ TEST_F(IntegrationRecording, AScheduleThatIsDueRecords) {
     }));
     EXPECT_EQ(mStation.ctl({"record", "cancel", "1"}).status, 0);
     EXPECT_TRUE(eventually([&] { return recordings()[0]["state"] != "recording"; }));
+
+    // One that is stopped by hand has done what was wanted.
+    ASSERT_EQ(mStation.ctl({"record", "at", "première", text, "2h"}).status, 0);
+    EXPECT_TRUE(eventually([&] { return schedules()[0]["state"] == "running"; }));
+    const auto stop = mStation.ctl({"record", "stop"});
+    EXPECT_EQ(stop.status, 0) << stop.err;
+    EXPECT_EQ(stop.out.rfind("stopped 1 Première: ", 0), 0U) << stop.out;
+    EXPECT_EQ(schedules()[0]["state"], "done");
 }
 
 TEST_F(IntegrationRecording, ASchedulePastIsRefused) {
@@ -292,12 +361,15 @@ TEST(IntegrationRecordingUsage, MistakesAreNamed) {
     expectUsage({"record", "at", "1", "2026-02-30T20:00", "1h"}, "'2026-02-30T20:00' is no time");
     expectUsage({"record", "at", "1", "20:15", "soon"}, "'soon' is no duration");
     expectUsage({"record", "list", "stray"}, "stray");
+    expectUsage({"record", "stop", "stray"}, "stray");
+    expectUsage({"record", ""}, "CHANNEL: must not be empty");
     expectUsage({"record", "cancel", "x"}, "ID");
     expectUsage({"recordings", "delete"}, "INDEX");
     for (const std::vector<std::string>& command : {std::vector<std::string>{"record"},
                                                     {"record", "at"},
                                                     {"record", "list"},
                                                     {"record", "cancel"},
+                                                    {"record", "stop"},
                                                     {"recordings"},
                                                     {"recordings", "delete"}}) {
         auto arguments = command;

@@ -84,6 +84,7 @@ class IntegrationServe : public testing::Test {
         mEnvironment = environmentOf(mTemporary);
         mEnvironment["QORTV_RUNTIME_DIR"] = mFolder / "run";
         mEnvironment["QORTV_VENDOR_TMP"] = mFolder / "vendor";
+        mEnvironment["XDG_STATE_HOME"] = mFolder / "state";
     }
 
     std::unique_ptr<Process> serve(std::vector<std::string> arguments = {}) {
@@ -149,6 +150,53 @@ TEST_F(IntegrationServe, StartsAServiceThatDiedAgain) {
     EXPECT_EQ(run({QORTVCTL, "channels"}, mEnvironment).status, 0);
     script->signal(SIGTERM);
     EXPECT_EQ(script->wait(), 0);
+}
+
+TEST_F(IntegrationServe, SaysOnceThatAServiceRunsAlready) {
+    const auto first = serve();
+    const pid_t service = servicePid(*first, 1);
+    ASSERT_GT(service, 0) << first->err() << first->out();
+    const auto second = serve();
+    EXPECT_EQ(second->wait(), 1);
+    EXPECT_EQ(second->err(), "serve: already running as process " + std::to_string(service) + "\n");
+    EXPECT_EQ(second->out(), "");
+    EXPECT_EQ(kill(service, 0), 0);
+
+    // What a service that was killed leaves behind keeps nobody off.
+    kill(first->pid(), SIGKILL);
+    kill(service, SIGKILL);
+    EXPECT_TRUE(eventually([&] { return kill(service, 0) != 0; }));
+    const auto third = serve();
+    EXPECT_GT(servicePid(*third, 1), 0) << third->err() << third->out();
+    third->signal(SIGTERM);
+    EXPECT_EQ(third->wait(), 0);
+}
+
+TEST_F(IntegrationServe, KeepsStateAndRecordingsWhereTheyAreSaidToBe) {
+    const auto stay = [&](const std::string& state) {
+        auto script = serve();
+        ASSERT_GT(servicePid(*script, 1), 0) << script->err() << script->out();
+        const auto set = run({QORTVCTL, "config", "set", "picture.brightness", "7"}, mEnvironment);
+        EXPECT_EQ(set.status, 0) << set.err;
+        const auto recorded = run({QORTVCTL, "record", "Première", "--for", "0.1"}, mEnvironment);
+        EXPECT_EQ(recorded.status, 0) << recorded.err;
+        script->signal(SIGTERM);
+        EXPECT_EQ(script->wait(), 0);
+        EXPECT_FALSE(isEmpty(state + "/recordings"));
+
+        script = serve();
+        ASSERT_GT(servicePid(*script, 1), 0) << script->err() << script->out();
+        const auto got = run({QORTVCTL, "config", "get", "picture.brightness"}, mEnvironment);
+        EXPECT_NE(got.out.find(" 7"), std::string::npos) << got.out << got.err;
+        const auto listed = run({QORTVCTL, "recordings"}, mEnvironment);
+        EXPECT_EQ(countOf("Première", listed.out), 1U) << listed.out << listed.err;
+        script->signal(SIGTERM);
+        EXPECT_EQ(script->wait(), 0);
+    };
+    stay(mFolder / "state/qortv");
+    mEnvironment["QORTV_STATE"] = mFolder / "elsewhere";
+    stay(mFolder / "elsewhere");
+    EXPECT_TRUE(isEmpty(mTemporary.path()));
 }
 
 TEST_F(IntegrationServe, GivesUpOnAServiceThatKeepsDying) {

@@ -4,11 +4,16 @@
 #include <csignal>
 #include <cstdint>
 #include <filesystem>
+#include <mutex>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "qortv/scan.h"
+#include "qortv/subscription.h"
 #include "support.h"
 
 namespace integration {
@@ -296,6 +301,43 @@ TEST_F(IntegrationLongScan, CtrlCCallsItOffAndWaitsForTheEnd) {
     scan->signal(SIGTERM);
     EXPECT_EQ(scan->wait(), 128 + SIGTERM);
     EXPECT_EQ(json::parse(linesOf(scan->out()).back())["event"], "cancelled");
+}
+
+/** How a scan ended. */
+class ScanEnd : public qortv::ScanListener {
+  public:
+    void onScanEvent(const qortv::ScanEvent& event) override {
+        const std::lock_guard lock(mMutex);
+        if (qortv::isEnd(event)) mEnd = event;
+    }
+
+    std::optional<qortv::ScanEvent> take() {
+        const std::lock_guard lock(mMutex);
+        return std::exchange(mEnd, std::nullopt);
+    }
+
+  private:
+    std::mutex mMutex;
+    std::optional<qortv::ScanEvent> mEnd;
+};
+
+TEST_F(IntegrationLongScan, OneThatNobodyCanReadIsCalledOff) {
+    mStation.enter();
+    ScanEnd listener;
+    const qortv::Subscription subscription(listener);
+    const auto scanWith = [&](const std::string& output) {
+        const auto scan = run({"/bin/bash", "-c",
+                               std::string("set -o pipefail; '") + QORTVCTL + "' scan " + output},
+                              mStation.environment);
+        std::optional<qortv::ScanEvent> end;
+        EXPECT_TRUE(eventually([&] { return (end = listener.take()).has_value(); })) << output;
+        EXPECT_EQ(end ? qortv::name(*end) : "none", std::string("cancelled")) << output;
+        return scan;
+    };
+    EXPECT_EQ(scanWith("| head -n 1").status, 0);
+    const auto full = scanWith(">/dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.err, "qortvctl: cannot write: No space left on device\n");
 }
 
 TEST_F(IntegrationLongScan, OneAtATimeAndTheOtherOneIsTold) {

@@ -32,8 +32,9 @@ int failed(const char* message) {
 }
 
 int setInserted(const Common& common, bool inserted) {
-    qortv::setCamInserted(qortv::connect<IQorTvApi>(common.timeout), inserted);
     qortv::Cam cam(qortv::connect<qortv::Cam::Interface>(common.timeout));
+    if (!inserted && cam.slot() == CamSlot::kEmpty) return noCam();
+    qortv::setCamInserted(qortv::connect<IQorTvApi>(common.timeout), inserted);
     if ((cam.slot() != CamSlot::kEmpty) != inserted) {
         return failed(inserted ? "the slot stays empty" : "the CAM stays in the slot");
     }

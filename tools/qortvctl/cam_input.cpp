@@ -43,6 +43,7 @@ std::optional<std::string> CamInput::takeLine() {
     if (end == std::string::npos && (!mEnded || mRead.empty())) return std::nullopt;
     std::string line = mRead.substr(0, end);
     mRead.erase(0, end == std::string::npos ? end : end + 1);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
     return line;
 }
 

@@ -14,13 +14,14 @@ namespace qortvctl {
 /** One list when a medium is given, all of them otherwise. */
 qortv::ChannelQuery queryFor(const std::optional<qortv::Medium>& medium);
 
-/** What `text` may mean, best reading first: the number, the whole name, a part of the name. */
+/** What `text` may mean, best reading first: the number, the whole name, a part of the name; digits
+ * are no part of a name. */
 std::vector<qortv::Channel> matches(const std::vector<qortv::Channel>& channels,
                                     const std::string& text);
 
 /**
  * The one channel that `text` means; nothing, and a message on standard error, when there is none
- * or it fits several.
+ * or it fits several. A number that several media have means the one in the medium that is on.
  *
  * @throws qortv::Error as ChannelList::read()
  */

@@ -118,6 +118,9 @@ int recordAt(const Common& common, const RecordAtOptions& options);
 /** What is to be recorded. */
 int recordList(const Common& common);
 
+/** Ends everything that is being recorded. */
+int recordStop(const Common& common);
+
 /** Removes a schedule. */
 int recordCancel(const Common& common, uint32_t id);
 

@@ -164,6 +164,7 @@ int configSet(const Common& common, const ConfigOptions& options) {
     } else {
         printLine(withoutControls(item.key + " is " + item.text()));
     }
+    if (!item.enabled) fmt::print(stderr, "qortvctl: {} is disabled now\n", item.key);
     return kOk;
 }
 

@@ -1,9 +1,12 @@
 // qortvctl: the television from the command line.
 #include <android/log.h>
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <sstream>
 
 #include "command_line.h"
 #include "commands.h"
@@ -109,9 +112,9 @@ void addChannels(CLI::App& app, Wanted& wanted) {
 void addSelect(CLI::App& app, Wanted& wanted) {
     auto* command = app.add_subcommand("select", "Make a channel the current one");
     command->footer(kSelectFooter);
-    command->add_option("CHANNEL", wanted.select.channel, "Its number, name, or part of the name")
+    addChannel(*command, wanted.select.channel, "Its number, name, or part of the name")
             ->required();
-    addMedium(*command, wanted.select.medium);
+    addMedium(*command, wanted.select.medium, kMediumOfNumber);
     command->callback([&wanted] {
         wanted.command = [&wanted] { return select(wanted.common, wanted.select); };
     });
@@ -121,7 +124,7 @@ void addWatch(CLI::App& app, Wanted& wanted) {
     auto* command = app.add_subcommand("watch", "Print notifications, one line each");
     command->footer(kWatchFooter);
     command->add_option("--count", wanted.watch.count, "End after N notifications")
-            ->check(CLI::PositiveNumber)
+            ->check(atLeastOne())
             ->type_name("N");
     addSeconds(*command, "--for", wanted.watch.limit, "End after so many seconds");
     command->callback([&wanted] {
@@ -150,6 +153,15 @@ void addCam(CLI::App& app, Wanted& wanted) {
     });
 }
 
+/** Keeps 0, 1 and 2 from becoming connections to the service, where what is written to them would
+ * go. */
+void openStandardDescriptors() {
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // The lowest number that is free is given: this one.
+        if (fcntl(fd, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDWR));
+    }
+}
+
 int failed(const char* message, int status) {
     std::fprintf(stderr, "qortvctl: %s\n", message);
     return status;
@@ -166,7 +178,7 @@ int parseAndRun(int argc, char** argv) {
         return fmt::format("qortvctl: {}\nRun with --help for more information.\n", error.what());
     });
     addSeconds(app, "--timeout", wanted.common.timeout,
-               "Seconds to wait for the service to appear (default 5)");
+               "Seconds to wait for the service to appear (default 5)", Zero::kAllowed);
     app.add_flag("--json", wanted.common.json, "Print JSON instead of text");
     // The parser tells of a command too many; one too few is told of below, after its own checks.
     app.require_subcommand(0, 1);
@@ -181,7 +193,12 @@ int parseAndRun(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) {
-        return app.exit(success);
+        std::ostringstream help;
+        const int status = app.exit(success, help);
+        std::string text = help.str();
+        text.erase(text.find_last_not_of('\n') + 1);
+        printLine(text);
+        return status;
     } catch (const CLI::ParseError& error) {
         app.exit(error);
         return kUsage;
@@ -195,6 +212,7 @@ int parseAndRun(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    openStandardDescriptors();
     prepareOutput();
     // What goes wrong is told once, by our own messages.
     __android_log_set_minimum_priority(ANDROID_LOG_FATAL);

@@ -72,10 +72,20 @@ std::optional<qortv::Channel> channelFor(const Common& common, const RecordOptio
     return channel;
 }
 
+/** How it stands; nothing when `record stop` took it over, and closed it. */
+std::optional<RecordingState> stateOf(Recorder& recorder) {
+    try {
+        return recorder.state();
+    } catch (const qortv::Error& error) {
+        if (error.kind() != qortv::Error::Kind::kRefused) throw;
+        return std::nullopt;
+    }
+}
+
 /** Why a recording ended that nobody here stopped; empty when all is well. */
 std::string complaint(Recorder& recorder, const std::optional<qortv::Recording>& made,
                       bool stopped) {
-    if (recorder.state() == RecordingState::kFailed) return describe(recorder.error());
+    if (stateOf(recorder) == RecordingState::kFailed) return describe(recorder.error());
     if (stopped || !made || made->end != qortv::RecordingEnd::kClosed) return {};
     return "the television went off";
 }
@@ -105,12 +115,14 @@ int report(const Common& common, const qortv::Channel& channel, const std::strin
 bool waitForEnd(Recorder& recorder, qortv::Recordings& recordings, const std::string& path,
                 const WakeUp& wakeUp, Interrupts& interrupts, Events& events, bool json) {
     RunningLine line;
-    while (recorder.state() == RecordingState::kRecording) {
+    while (stateOf(recorder) == RecordingState::kRecording) {
         auto next = steady_clock::time_point::max();
         if (line.wanted() && !json) {
             const auto present = recordings.find(path);
-            line.show(fmt::format("{}  {}", durationText(recorder.length()),
-                                  sizeText(present ? present->bytes : 0)));
+            if (present) {
+                line.show(fmt::format("{}  {}", durationText(present->duration),
+                                      sizeText(present->bytes)));
+            }
             next = steady_clock::now() + kShowEvery;
         }
         wakeUp.waitUntil(next);

@@ -40,10 +40,16 @@ nlohmann::ordered_json toJson(const qortv::Recording& recording) {
             {"state", stateText(recording)}};
 }
 
-nlohmann::ordered_json toJson(const qortv::Schedule& schedule) {
+nlohmann::ordered_json toJson(const qortv::Schedule& schedule, const qortv::Channel* channel,
+                              const qortv::LocalTime& start) {
+    using Json = nlohmann::ordered_json;
     return {{"id", schedule.id},
             {"channelId", schedule.channelId},
+            {"channelNumber", channel == nullptr ? Json() : Json(channel->number)},
+            {"channel", channel == nullptr ? Json() : Json(channel->name)},
             {"start", schedule.start},
+            {"date", dateOf(start)},
+            {"time", fmt::format("{}:{:02}", timeOf(start), start.second)},
             {"seconds", schedule.duration.count()},
             {"repeat", name(schedule.repeat)},
             {"reminder", schedule.reminder},

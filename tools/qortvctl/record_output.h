@@ -6,6 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "qortv/channel.h"
+#include "qortv/clock.h"
 #include "qortv/recordings.h"
 #include "qortv/schedules.h"
 
@@ -21,6 +23,12 @@ std::string sizeText(uint64_t bytes);
 std::string stateText(const qortv::Recording& recording);
 
 nlohmann::ordered_json toJson(const qortv::Recording& recording);
-nlohmann::ordered_json toJson(const qortv::Schedule& schedule);
+
+/**
+ * @param channel what is recorded; null: it is gone
+ * @param start its local time
+ */
+nlohmann::ordered_json toJson(const qortv::Schedule& schedule, const qortv::Channel* channel,
+                              const qortv::LocalTime& start);
 
 }  // namespace qortvctl

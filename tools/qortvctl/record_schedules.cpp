@@ -58,7 +58,7 @@ int recordAt(const Common& common, const RecordAtOptions& options) {
                    "will fail (see record list)\n");
     }
     if (common.json) {
-        printLine(toJson(added).dump(2));
+        printLine(toJson(added, &*channel, clock.local(added.start)).dump(2));
     } else {
         printLine(fmt::format("schedule {}: {} {}, {}, {}{}", added.id, channel->number,
                               withoutControls(channel->name), momentText(clock, added.start),
@@ -72,16 +72,22 @@ int recordAt(const Common& common, const RecordAtOptions& options) {
 
 int recordList(const Common& common) {
     Schedules schedules = connectSchedules(common);
+    qortv::ChannelList list(qortv::connect<qortv::ChannelList::Interface>(common.timeout));
+    Clock clock(qortv::connect<Clock::Interface>(common.timeout));
+    std::map<uint32_t, qortv::Channel> channels;
+    for (const auto& channel : list.read()) channels[channel.id] = channel;
+    const auto channelOf = [&](const Schedule& schedule) {
+        const auto known = channels.find(schedule.channelId);
+        return known == channels.end() ? nullptr : &known->second;
+    };
     if (common.json) {
         auto array = nlohmann::ordered_json::array();
-        for (const auto& schedule : schedules.list()) array.push_back(toJson(schedule));
+        for (const auto& schedule : schedules.list()) {
+            array.push_back(toJson(schedule, channelOf(schedule), clock.local(schedule.start)));
+        }
         printLine(array.dump(2));
         return kOk;
     }
-    qortv::ChannelList list(qortv::connect<qortv::ChannelList::Interface>(common.timeout));
-    Clock clock(qortv::connect<Clock::Interface>(common.timeout));
-    std::map<uint32_t, std::string> names;
-    for (const auto& channel : list.read()) names[channel.id] = channel.name;
     Table table({{"ID", Table::Align::kRight},
                  {"CHANNEL"},
                  {"START"},
@@ -90,9 +96,9 @@ int recordList(const Common& common) {
                  {"TITLE"},
                  {"STATE"}});
     for (const auto& schedule : schedules.list()) {
-        const auto known = names.find(schedule.channelId);
+        const auto* const channel = channelOf(schedule);
         table.add({std::to_string(schedule.id),
-                   known == names.end() ? fmt::format("id {}", schedule.channelId) : known->second,
+                   channel == nullptr ? fmt::format("id {}", schedule.channelId) : channel->name,
                    momentText(clock, schedule.start), durationText(schedule.duration),
                    name(schedule.repeat), schedule.title, name(schedule.state)});
     }

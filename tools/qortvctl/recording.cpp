@@ -19,13 +19,15 @@ Examples:
   qortvctl record "world news" --for 600
   qortvctl record 7 --for 60 --json | jq -r .path
   qortvctl record at 7 20:15 1h30m
-  qortvctl record list)";
+  qortvctl record list
+  qortvctl record stop)";
 
 constexpr char kRecordAtFooter[] =
         R"(TIME is 20:15, the next time that it is so late, or 2026-11-21T20:15; by the television's local time
 unless Z or an offset such as +01:00 stands behind a date. DURATION is 1h30m, 90m, 45s or seconds.
-With --json: {"id", "channelId", "start": seconds since 1970 UTC, "seconds", "repeat": "once",
-"daily" or "weekly", "reminder", "title", "state"}.
+With --json: {"id", "channelId", "channelNumber", "channel": null where the channel is gone, "start":
+seconds since 1970 UTC, "date", "time": local, "seconds", "repeat": "once", "daily" or "weekly",
+"reminder", "title", "state"}.
 
 Examples:
   qortvctl record at 7 20:15 1h30m
@@ -45,6 +47,16 @@ constexpr char kRecordCancelFooter[] =
 
 Examples:
   qortvctl record cancel 3)";
+
+constexpr char kRecordStopFooter[] =
+        R"(Ends what is being recorded now, whichever program started it, and gives its recorder back: also
+what a program that was killed has left running. What was recorded is kept. The television does not
+tell what a schedule records from the rest: it is ended too, and its schedule is done.
+With --json: an array of objects as in recordings, without "index".
+
+Examples:
+  qortvctl record stop
+  qortvctl record stop --json | jq -r '.[].path')";
 
 constexpr char kRecordingsFooter[] =
         R"(Times are local. With --json: an array of objects as record prints, with "index" and without
@@ -66,9 +78,9 @@ CLI::App* addRecord(CLI::App& app, Wanted& wanted) {
     auto* command = app.add_subcommand("record", "Record a channel, now or later");
     command->footer(kRecordFooter);
     command->require_subcommand(0, 1);
-    command->add_option("CHANNEL", wanted.record.channel,
-                        "Its number, name, or part of the name; the current one if left out");
-    addMedium(*command, wanted.record.medium);
+    addChannel(*command, wanted.record.channel,
+               "Its number, name, or part of the name; the current one if left out");
+    addMedium(*command, wanted.record.medium, kMediumOfNumber);
     addSeconds(*command, "--for", wanted.record.limit, "Record so long (rounded up to seconds)");
     command->callback([&wanted, command] {
         if (!command->get_subcommands().empty()) {
@@ -96,8 +108,7 @@ void addRecordAt(CLI::App& record, Wanted& wanted) {
     auto* command = record.add_subcommand("at", "Have the television record later");
     command->footer(kRecordAtFooter);
     auto& options = wanted.recordAt;
-    command->add_option("CHANNEL", options.channel, "Its number, name, or part of the name")
-            ->required();
+    addChannel(*command, options.channel, "Its number, name, or part of the name")->required();
     command->add_option("TIME", options.time, "When it begins")
             ->required()
             ->check(check("time such as 20:15 or 2026-11-21T20:15", parseTime));
@@ -111,7 +122,7 @@ void addRecordAt(CLI::App& record, Wanted& wanted) {
             ->check(CLI::IsMember(kRepeats))
             ->type_name("HOW");
     command->add_option("--title", options.title, "Its title; else the guide's")->type_name("TEXT");
-    addMedium(*command, options.medium);
+    addMedium(*command, options.medium, kMediumOfNumber);
     command->callback([&wanted] {
         wanted.command = [&wanted] { return recordAt(wanted.common, wanted.recordAt); };
     });
@@ -126,6 +137,10 @@ void addRecording(CLI::App& app, Wanted& wanted) {
     command->footer(kRecordListFooter);
     command->callback(
             [&wanted] { wanted.command = [&wanted] { return recordList(wanted.common); }; });
+    command = record->add_subcommand("stop", "End everything that is being recorded");
+    command->footer(kRecordStopFooter);
+    command->callback(
+            [&wanted] { wanted.command = [&wanted] { return recordStop(wanted.common); }; });
     command = record->add_subcommand("cancel", "Give up a recording that is to be made");
     command->footer(kRecordCancelFooter);
     command->add_option("ID", wanted.schedule, "As record list shows it")->required();

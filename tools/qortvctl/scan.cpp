@@ -147,6 +147,20 @@ class Ending {
     std::optional<int> mStatus;
 };
 
+/** Shows an event. Where that fails, nobody waits for the scan any more: it is called off. */
+void showOrCancel(ScanView& view, const ScanEvent& event, qortv::Scanner& scanner) {
+    try {
+        view.show(event);
+    } catch (...) {
+        try {
+            scanner.cancel();
+        } catch (const qortv::Error&) {
+            // What is told is the first failure.
+        }
+        throw;
+    }
+}
+
 int statusOf(const ScanEvent& end, const Ending& ending) {
     if (std::holds_alternative<qortv::ScanCompleted>(end)) return kOk;
     if (std::holds_alternative<qortv::ScanCancelled>(end)) return ending.status();
@@ -175,7 +189,7 @@ int scan(const Common& common, const ScanOptions& options) {
         while (const auto event = events.queue().take()) {
             started = started || std::holds_alternative<qortv::ScanStarted>(*event);
             if (!started) continue;
-            view.show(*event);
+            showOrCancel(view, *event, scanner);
             if (qortv::isEnd(*event)) return statusOf(*event, ending);
         }
         if (events.queue().lost()) {

@@ -25,7 +25,8 @@ Examples:
 
 constexpr char kSetFooter[] =
         R"(VALUE is a number, the name of a choice, or a text; an empty text stands for the one that was
-delivered. Values that a setting cannot have are refused (exit status 1).
+delivered. Values that a setting cannot have are refused (exit status 1). One that is disabled is
+set too, which is said on standard error.
 
 Examples:
   qortvctl config set picture.brightness 60
@@ -66,7 +67,7 @@ void addSettings(CLI::App& app, Wanted& wanted) {
     auto* watch = add("watch", "Print changes as they happen", kWatchFooter, configWatch);
     watch->add_option("KEY", options.keys, "Only these");
     watch->add_option("--count", options.watch.count, "End after N changes")
-            ->check(CLI::PositiveNumber)
+            ->check(atLeastOne())
             ->type_name("N");
     addSeconds(*watch, "--for", options.watch.limit, "End after so many seconds");
     config->callback([&wanted] {

@@ -7,7 +7,8 @@ namespace {
 
 constexpr char kScanFooter[] =
         R"(Shows a progress bar on a terminal, a line for each multiplex otherwise. Ctrl-C calls the scan off:
-the channel lists stay as they were (exit status 130).
+the channel lists stay as they were (exit status 130). One whose output
+nobody reads any more is called off too.
 With --json, a line for each event: {"event": "started", "medium", "multiplexes"},
 {"event": "progress", "percent", "tv", "radio", "frequencyKhz"}, then {"event": "completed",
 "services", "tv", "radio", "multiplexes"}, {"event": "cancelled", "percent"} or
@@ -84,24 +85,24 @@ void addViewing(CLI::App& app, Wanted& wanted) {
 
     command = add(app, wanted, "zap", "Tune to a channel and show what is on", wanted.zap, zap);
     command->footer(kZapFooter);
-    command->add_option("CHANNEL", wanted.zap.channel,
-                        "Its number, name, or part of the name; + or - for the next one")
+    addChannel(*command, wanted.zap.channel,
+               "Its number, name, or part of the name; + or - for the next one")
             ->required();
-    addMedium(*command, wanted.zap.medium);
+    addMedium(*command, wanted.zap.medium, kMediumOfNumber);
 
     constexpr char kOrCurrent[] =
             "Its number, name, or part of the name; the current one if left "
             "out";
     command = add(app, wanted, "now", "Show what is on now and next", wanted.now, now);
     command->footer(kNowFooter);
-    auto* channel = command->add_option("CHANNEL", wanted.now.channel, kOrCurrent);
+    auto* channel = addChannel(*command, wanted.now.channel, kOrCurrent);
     command->add_flag("--all", wanted.now.all, "Every channel")->excludes(channel);
-    addMedium(*command, wanted.now.medium);
+    addMedium(*command, wanted.now.medium, kMediumOfNumber);
 
     command = add(app, wanted, "epg", "Show the programme of the next hours", wanted.epg, epg);
     command->footer(kEpgFooter);
-    command->add_option("CHANNEL", wanted.epg.channel, kOrCurrent);
-    addMedium(*command, wanted.epg.medium);
+    addChannel(*command, wanted.epg.channel, kOrCurrent);
+    addMedium(*command, wanted.epg.medium, kMediumOfNumber);
     command->add_option("--hours", wanted.epg.hours, "Hours from now (default 24)")
             ->check(CLI::Range(1U, 24U * 365U).description(""))
             ->type_name("N");

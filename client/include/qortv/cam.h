@@ -151,7 +151,11 @@ class Cam {
      */
     void listen();
 
-    /** Opens the module's main menu. */
+    /**
+     * Opens the module's main menu.
+     *
+     * @throws Error kRefused tells where it has none
+     */
     void openMenu();
 
     /**
@@ -188,6 +192,7 @@ class Cam {
     void enterPin(const std::string& digits);
 
   private:
+    int32_t ask(uint32_t type, const std::vector<uint8_t>& data);
     void set(uint32_t type, const std::vector<uint8_t>& data, const char* what);
     struct Answer;
     Answer get(uint32_t type, uint32_t units);

@@ -26,8 +26,7 @@ struct ConfigurationItem {
     // The next three are for numbers.
     int32_t least = 0;
     int32_t greatest = 0;
-    /** Names of the values from `least` on, for switches and choices; empty for others, and while
-     * the setting is not enabled. */
+    /** Names of the values from `least` on, for switches and choices; empty for others. */
     std::vector<std::string> choices;
     bool visible = true;  ///< a menu shows it
     bool enabled = true;  ///< a menu lets the viewer change it; programs may in any case

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiRecord.h>
@@ -25,7 +26,7 @@ namespace qortv {
  *
  * A television has few recorders and one tuner for them: recordings that run at the same time are
  * of channels of one multiplex. A recorder whose process is killed stays open until the television
- * is switched off: give its recording a length where that matters.
+ * is switched off, or somebody takes it over while it records: see running().
  *
  * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
  * kRefused when the television answers with a negative code.
@@ -40,6 +41,13 @@ class Recorder {
      * @param proxy the interface, from connect<Recorder::Interface>()
      */
     explicit Recorder(android::sp<Interface> proxy);
+
+    /**
+     * Takes the recorder over whose recording runs, whoever started it, also a schedule; of several
+     * the one that began last. Nothing when none records.
+     */
+    static std::unique_ptr<Recorder> running(const android::sp<Interface>& proxy);
+
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
@@ -78,6 +86,8 @@ class Recorder {
     std::string path();
 
   private:
+    Recorder(android::sp<Interface> proxy, uint32_t id);
+
     const android::sp<Interface> mProxy;
     const uint32_t mId;
 };

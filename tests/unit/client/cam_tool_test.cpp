@@ -139,9 +139,10 @@ TEST_F(ClientCamInput, APipeGivesItsLinesAndItsLastRest) {
     CamInput input;
     EXPECT_FALSE(input.isTerminal());
     EXPECT_EQ(input.takeLine(), std::nullopt);
-    type("one\n\nth");
+    type("one\ntw\ro\r\n\nth");
     input.read();
     EXPECT_EQ(input.takeLine(), "one");
+    EXPECT_EQ(input.takeLine(), "tw\ro") << "lines of other systems end with a return too";
     EXPECT_EQ(input.takeLine(), "");
     EXPECT_EQ(input.takeLine(), std::nullopt);
     type("ree");

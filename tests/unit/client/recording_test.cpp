@@ -79,6 +79,18 @@ TEST_F(ClientRecorder, OneThatIsNotOpenedIsNotClosed) {
     EXPECT_TRUE(mClosed.empty());
 }
 
+TEST_F(ClientRecorder, TheOneThatRunsIsTakenOverAndClosed) {
+    int32_t current = TV_NOT_FOUND;
+    mTv.on<&a_qortvapi_record_pvr_get_current_handle>([&] { return current; });
+    EXPECT_EQ(Recorder::running(service()), nullptr);
+    current = 9;
+    EXPECT_EQ(Recorder::running(service())->id(), 9U);
+    EXPECT_EQ(mClosed, (std::vector<uint32_t>{9}));
+    current = TV_FAILED;
+    EXPECT_EQ(refusal(Error::Kind::kRefused, [&] { Recorder::running(service()); }),
+              "the television refused to tell what records (code -6)");
+}
+
 TEST_F(ClientRecorder, ALengthIsRoundedUpToSeconds) {
     std::vector<std::pair<int32_t, int32_t>> modes;
     mTv.on<&a_qortvapi_record_pvr_set_mode>(

@@ -62,6 +62,13 @@ TEST_F(ViewingTool, AChannelIsMeantByNumberThenNameThenPart) {
     EXPECT_EQ(namesOf("port"), "Sport|Sport Plus|");
     EXPECT_EQ(namesOf("\u0142\u00f3d\u017a"), "\u0141\u00d3D\u0179 TV|");
     EXPECT_EQ(namesOf("nothing"), "");
+    channels[0].name = "5";
+    channels[1].name = "Sport 24";
+    channels[1].number = 2;
+    channels[3].number = 4;
+    EXPECT_EQ(namesOf("5"), "5|") << "a whole name may be a number";
+    EXPECT_EQ(namesOf("24"), "") << "a number is no part of a name";
+    EXPECT_EQ(namesOf("t 24"), "Sport 24|");
 }
 
 TEST_F(ViewingTool, EventsOfAnotherThreadWakeTheMainOne) {

@@ -1,13 +1,16 @@
 #include <fcntl.h>
 #include <signal.h>
-#include <sqlite3.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 #include "log_capture.h"
+#include "middleware/volctrl.h"
+#include "store.h"
 #include "television_test.h"
 
 namespace {
@@ -18,6 +21,44 @@ using Names = std::vector<std::string>;
 class TelevisionStore : public TelevisionTest {
   protected:
     std::string database() const { return options.state + "/qortv.db"; }
+    std::string damaged() const { return database() + ".damaged"; }
+
+    /** The database as another program opens it. */
+    television::SqliteDatabase openDatabase() const {
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(database().c_str(), &handle), SQLITE_OK);
+        return television::SqliteDatabase(handle);
+    }
+    static int64_t number(const television::SqliteDatabase& from, const char* sql) {
+        television::SqliteStatement row(from.get(), sql);
+        return row.step() ? row.integer(0) : -1;
+    }
+
+    /** Damages the database by `damage(path)`, and expects a new one in its place. */
+    template <typename Damage>
+    void expectMovedAside(const std::string& reason, Damage damage) {
+        startWithDemo();
+        tv.reset();
+        damage(database());
+        const std::string content = contentOf(database());
+        std::ofstream(damaged()) << "of an earlier time";
+        const LogCapture log;
+        start();
+        EXPECT_TRUE(log.has(database(), damaged(), reason)) << reason;
+        EXPECT_EQ(log.count(database()), 1u);
+        EXPECT_EQ(contentOf(damaged()), content);
+        EXPECT_EQ(ids().size(), 40u);
+        EXPECT_EQ(a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Première")), TV_OK);
+        restart();
+        EXPECT_EQ(favourites(1, 0), Names{"Première"});
+        EXPECT_EQ(log.count(database()), 1u);
+    }
+
+    static std::string contentOf(const std::string& path) {
+        std::stringstream content;
+        content << std::ifstream(path, std::ios::binary).rdbuf();
+        return content.str();
+    }
 
     static std::map<std::string, uint32_t> ids() {
         std::map<std::string, uint32_t> result;
@@ -104,67 +145,63 @@ TEST_F(TelevisionStore, NobodyElseMayReadIt) {
     EXPECT_EQ(status.st_mode & 0777, 0700u);
 }
 
-TEST_F(TelevisionStore, DamagedDatabaseIsNamedAndLeftAlone) {
-    startWithDemo();
-    tv.reset();
-    const std::string garbage(5000, 'g');
-    std::ofstream(database(), std::ios::binary | std::ios::trunc) << garbage;
-    const LogCapture log;
-    start();
-    EXPECT_TRUE(log.has(database(), "not a database", "in memory only"));
-    EXPECT_EQ(ids().size(), 40u);
-    EXPECT_EQ(a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Première")), TV_OK);
-    EXPECT_EQ(favourites(1, 0), Names{"Première"});
-    EXPECT_EQ(std::filesystem::file_size(database()), garbage.size());
+TEST_F(TelevisionStore, FileThatIsNoDatabaseIsMovedAside) {
+    expectMovedAside("not a database", [](const std::string& path) {
+        std::ofstream(path, std::ios::binary | std::ios::trunc) << std::string(5000, 'g');
+    });
 }
 
-TEST_F(TelevisionStore, DamageInTheMiddleIsNoticed) {
-    startWithDemo();
-    tv.reset();
-    {
-        std::fstream file(database(), std::ios::in | std::ios::out | std::ios::binary);
-        const auto size = static_cast<std::streamoff>(std::filesystem::file_size(database()));
-        const std::string zeros(4096, '\xEE');
+TEST_F(TelevisionStore, DatabaseWithDamageInTheMiddleIsMovedAside) {
+    expectMovedAside("database", [](const std::string& path) {
+        std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+        const auto size = static_cast<std::streamoff>(std::filesystem::file_size(path));
+        const std::string nonsense(4096, '\xEE');
         for (std::streamoff at = 4096; at + 4096 <= size; at += 4096) {
             file.seekp(at);
-            file << zeros;
+            file << nonsense;
         }
-    }
-    const LogCapture log;
-    start();
-    EXPECT_TRUE(log.has(database(), "in memory only"));
-    EXPECT_EQ(ids().size(), 40u);
+    });
 }
 
-TEST_F(TelevisionStore, DatabaseOfAnotherVersionIsLeftAlone) {
+TEST_F(TelevisionStore, DatabaseOfAnotherVersionIsMovedAside) {
+    expectMovedAside("another version", [this](const std::string&) {
+        television::execute(openDatabase().get(), "PRAGMA user_version=99");
+    });
+}
+
+TEST_F(TelevisionStore, DatabaseWithOtherColumnsIsMovedAside) {
+    expectMovedAside("no such column", [this](const std::string&) {
+        television::execute(openDatabase().get(), "DROP TABLE named; CREATE TABLE named(other)");
+    });
+}
+
+TEST_F(TelevisionStore, DatabaseThatCannotBeReadNowIsNotMoved) {
     startWithDemo();
+    ASSERT_EQ(a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Première")), TV_OK);
     tv.reset();
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(database().c_str(), &handle), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(handle, "PRAGMA user_version=99", nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(handle);
+    auto other = openDatabase();
+    television::execute(other.get(), "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE");
     const LogCapture log;
     start();
-    EXPECT_TRUE(log.has(database(), "another version"));
+    EXPECT_TRUE(log.has(database(), "database is locked", "in memory only"));
     EXPECT_EQ(ids().size(), 40u);
+    EXPECT_FALSE(std::filesystem::exists(damaged()));
+    other.reset();
+    restart();
+    EXPECT_EQ(favourites(1, 0), Names{"Première"});
 }
 
 TEST_F(TelevisionStore, RowsThatMakeNoSenseAreLeftOut) {
     startWithDemo();
     const auto before = ids();
     tv.reset();
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(database().c_str(), &handle), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(handle,
-                           "INSERT INTO records VALUES(1, 1, 900, 0, 0, x'0102');"
-                           "INSERT INTO records VALUES(1, 77, 1, 0, 0, x'00');"
-                           "INSERT INTO records VALUES(99, 1, 1, 0, 0, NULL);"
-                           "INSERT INTO favourites VALUES(1, 9, 1, 5);"
-                           "INSERT INTO favourites VALUES(1, 0, 1, 4242);"
-                           "INSERT INTO settings VALUES(-5, 5)",
-                           nullptr, nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(handle);
+    television::execute(openDatabase().get(),
+                        "INSERT INTO records VALUES(1, 1, 900, 0, 0, x'0102');"
+                        "INSERT INTO records VALUES(1, 77, 1, 0, 0, x'00');"
+                        "INSERT INTO records VALUES(99, 1, 1, 0, 0, NULL);"
+                        "INSERT INTO favourites VALUES(1, 9, 1, 5);"
+                        "INSERT INTO favourites VALUES(1, 0, 1, 4242);"
+                        "INSERT INTO settings VALUES(-5, 5)");
     start();
     EXPECT_EQ(ids(), before);
     EXPECT_EQ(a_qortvapi_favorite_list_number_by_mask(1, 0, 0, 0), 0);
@@ -179,7 +216,7 @@ TEST_F(TelevisionStore, StateFolderThatCannotBeMadeIsNamed) {
     EXPECT_EQ(ids().size(), 40u);
 }
 
-TEST_F(TelevisionStore, FullDiskIsNamedAndNothingStops) {
+TEST_F(TelevisionStore, ChangesOnAFullDiskAreSavedWhenThereIsRoom) {
     startWithDemo();
     const LogCapture log;
     // Files may grow no more, as on a full disk.
@@ -189,16 +226,65 @@ TEST_F(TelevisionStore, FullDiskIsNamedAndNothingStops) {
     const rlimit none = {0, before.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
     const int32_t result = a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Première"));
+    EXPECT_EQ(a_qortvapi_volctrl_setMute(true), TV_OK);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     EXPECT_EQ(result, TV_OK);
-    EXPECT_TRUE(log.has(database(), "in memory only"));
-    EXPECT_EQ(favourites(1, 0), Names{"Première"});
-    const size_t lines = log.size();
-    EXPECT_EQ(a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Ærø Nyt")), TV_OK);
-    EXPECT_EQ(log.size(), lines);  // said once
+    EXPECT_TRUE(log.has(database(), "kept in memory until"));
+    EXPECT_EQ(log.size(), 1u);
     restart();
-    EXPECT_EQ(favourites(1, 0), Names());  // the database is as it was before
+    EXPECT_TRUE(log.has(database(), "all changes are saved again"));
+    EXPECT_EQ(favourites(1, 0), Names{"Première"});
+    EXPECT_TRUE(a_qortvapi_volctrl_getMute_by_type(VOLCTRL_TYPE_SPEAKER));
     EXPECT_EQ(ids().size(), 40u);
+}
+
+TEST_F(TelevisionStore, ChangesWhileTheDatabaseIsLockedAreSavedWithALaterOne) {
+    startWithDemo();
+    ASSERT_EQ(a_qortvapi_favorite_list_add_tail(1, 1, channel(1, "Première")), TV_OK);
+    const LogCapture log;
+    const auto other = openDatabase();
+    television::execute(other.get(), "BEGIN IMMEDIATE");
+    EXPECT_EQ(a_qortvapi_volctrl_setMute(true), TV_OK);
+    EXPECT_EQ(a_qortvapi_favorite_list_add_tail(1, 0, channel(1, "Première")), TV_OK);
+    EXPECT_EQ(a_qortvapi_volctrl_setVolume(41), TV_OK);
+    EXPECT_EQ(a_qortvapi_volctrl_setVolume(42), TV_OK);
+    EXPECT_TRUE(log.has(database(), "database is locked", "kept in memory until"));
+    EXPECT_EQ(log.size(), 1u);
+    television::execute(other.get(), "COMMIT");
+    const auto names = number(other, "SELECT count(*) FROM named");
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    for (uint8_t volume = 1; !log.has("saved again"); volume = volume % 2 + 1) {
+        ASSERT_EQ(a_qortvapi_volctrl_setVolume_by_type(VOLCTRL_TYPE_LINE_OUT, volume), TV_OK);
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+    }
+    EXPECT_EQ(log.size(), 2u);
+    // At once, not only when the television stops.
+    EXPECT_EQ(number(other, "SELECT count(*) FROM favourites"), 2);
+    EXPECT_EQ(number(other, "SELECT count(*) FROM named"), names + 3);
+    restart();
+    EXPECT_EQ(favourites(1, 0), Names{"Première"});
+    EXPECT_TRUE(a_qortvapi_volctrl_getMute_by_type(VOLCTRL_TYPE_SPEAKER));
+    EXPECT_EQ(a_qortvapi_volctrl_getVolume(), 42);
+    EXPECT_EQ(log.count(database()), 2u);
+}
+
+TEST_F(TelevisionStore, FolderBelongsToOneTelevisionAtATime) {
+    startWithDemo();
+    const LogCapture log;
+    {
+        television::Store second(options.state);
+        EXPECT_FALSE(second.works());
+        EXPECT_TRUE(
+                log.has("process " + std::to_string(getpid()), options.state, "in memory only"));
+        EXPECT_EQ(log.size(), 1u);
+        second.saveValue("name", "second");
+    }
+    EXPECT_EQ(
+            number(openDatabase(), "SELECT count(*) FROM named WHERE name = CAST('name' AS BLOB)"),
+            0);
+    EXPECT_FALSE(television::Store(options.state).works()) << "the second one's end frees nothing";
+    tv.reset();
+    EXPECT_TRUE(television::Store(options.state).works());
 }
 
 TEST_F(TelevisionStore, KeysAreNeverLogged) {
