@@ -9,6 +9,7 @@
 #include <transport/Log.h>
 #include <transport/Process.h>
 #include <transport/Registry.h>
+#include <transport/Socket.h>
 #include <transport/ThreadPool.h>
 
 namespace android::hardware {
@@ -219,11 +220,16 @@ std::vector<ServiceInfo> listServices() {
             ServiceInfo info;
             transport::Peer peer;
             transport::wire::HelloReply reply;
-            const int socket = Process::greet(entry.socket, transport::wire::Purpose::kInquiry, 0,
-                                              limits::kInquiryMilliseconds, &peer, &reply);
+            int socket = Process::greet(entry.socket, transport::wire::Purpose::kInquiry, 0,
+                                        limits::kInquiryMilliseconds, &peer, &reply);
+            const bool answered = socket >= 0;
+            // Of a process that ends just now a connection may still come about, and break off.
+            if (socket == -ECONNRESET) {
+                socket = transport::connectTo(entry.socket, limits::kInquiryMilliseconds);
+            }
             info.alive = socket != -ECONNREFUSED && socket != -ENOENT;
-            if (socket >= 0) {
-                close(socket);
+            if (socket >= 0) close(socket);
+            if (answered) {
                 info.threads = static_cast<int>(reply.threads);
                 // The thread that answers is not idle, but does nothing else.
                 info.busyThreads = std::max(0, static_cast<int>(reply.threads) -
