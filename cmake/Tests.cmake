@@ -5,6 +5,11 @@
 # A GoogleTest program whose tests ctest knows by their names, PREFIX in front. Those labelled `tsan` are also
 # built and run with the thread sanitizer: target tsan_tests builds them.
 find_package(GTest REQUIRED)
+
+# Seconds after which ctest ends a test that hangs. Tests find hangs themselves and say what did not happen; this
+# is for those that cannot, and far more than the longest test needs on a slow and busy machine.
+set(QORTV_TEST_TIMEOUT 1800)
+
 include(GoogleTest)
 add_custom_target(tsan_tests)
 
@@ -13,7 +18,7 @@ function(qortv_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main qortv_warnings)
     gtest_discover_tests(${name} TEST_PREFIX "${arg_PREFIX}" NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
-                         PROPERTIES TIMEOUT 120 LABELS "${arg_LABELS}")
+                         PROPERTIES TIMEOUT ${QORTV_TEST_TIMEOUT} LABELS "${arg_LABELS}")
     if("tsan" IN_LIST arg_LABELS)
         add_dependencies(tsan_tests ${name})
     endif()

@@ -1,6 +1,6 @@
-// integration_client: an application for the tests. `stress` makes calls from many threads while it
-// counts notifications; `block` never returns from the first notification it hears; `lives` is many
-// applications, one after another.
+// integration_client: an application for the tests. `stress` makes calls from many threads until it
+// has heard the notification that it waits for; `block` never returns from the first notification
+// it hears; `lives` is many applications, one after another.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,14 +24,17 @@ namespace {
 
 using qortv::Channel;
 using qortv::ChannelList;
-using std::chrono::steady_clock;
+
+/** How long to wait for the service: as long as the tests wait for anything. */
+constexpr std::chrono::seconds kPatience{120};
 
 void say(const std::string& line) {
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
 }
 
-/** Counts the notifications whose text contains one text, until one of them contains another. */
+/** Counts the notifications whose text contains one text, until one of them contains another. Says
+ * the count as it grows, so that a test sees that it goes on. */
 class Counter : public qortv::Listener {
   public:
     Counter(std::string counted, std::string last)
@@ -40,12 +43,11 @@ class Counter : public qortv::Listener {
     void onNotification(const qortv::Notification& notification) override {
         const std::string text = toString(notification);
         if (mDone || text.find(mCounted) == std::string::npos) return;
-        ++mCount;
+        say("heard " + std::to_string(++mCount));
         if (text.find(mLast) != std::string::npos) mDone = true;
     }
 
     bool done() const { return mDone; }
-    int count() const { return mCount; }
 
   private:
     const std::string mCounted;
@@ -115,28 +117,23 @@ class Caller {
 };
 
 int stress(unsigned threadCount, const std::string& counted, const std::string& last) {
-    constexpr std::chrono::seconds kPatience{60};
     const auto proxy = qortv::connect<ChannelList::Interface>(kPatience);
     Caller caller(proxy, ChannelList(proxy).read());
     Counter counter(counted, last);
     qortv::Subscription subscription(counter, kPatience);
     say("ready");
 
-    const auto deadline = steady_clock::now() + kPatience;
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < threadCount; ++i) {
         threads.emplace_back([&, i] {
             ChannelList list(proxy);
-            for (unsigned j = i; !counter.done() && steady_clock::now() < deadline; ++j) {
-                caller.round(j, list);
-            }
+            for (unsigned j = i; !counter.done(); ++j) caller.round(j, list);
         });
     }
     for (auto& thread : threads) thread.join();
     say("rounds " + std::to_string(caller.rounds()));
-    say("heard " + std::to_string(counter.count()));
     say("errors " + caller.errors());
-    return counter.done() ? 0 : 1;
+    return 0;
 }
 
 int block() {

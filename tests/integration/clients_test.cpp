@@ -31,7 +31,7 @@ class IntegrationClients : public testing::Test {
 
 TEST_F(IntegrationClients, TwentyBusyClientsAllHearTheSame) {
     constexpr size_t kClients = 20;
-    constexpr int kSelections = 200;
+    constexpr int kSelections = 40;
     ChannelList list(qortv::connect<ChannelList::Interface>());
     const auto channels = list.read();
     ASSERT_GE(channels.size(), 3U);
@@ -55,15 +55,22 @@ TEST_F(IntegrationClients, TwentyBusyClientsAllHearTheSame) {
         std::atomic<int> heard{0};
     } pace;
     qortv::Subscription subscription(pace);
+    // How long a fan-out takes is up to 160 busy threads; each client that hears it is progress.
+    const auto heardByClients = [&] {
+        size_t bytes = 0;
+        for (const auto& client : clients) bytes += client->written();
+        return bytes;
+    };
     for (int i = 0; i < kSelections; ++i) {
         list.select(channels[i % 2].id);
-        ASSERT_TRUE(eventually([&] { return pace.heard == i + 1; }));
+        ASSERT_TRUE(eventuallyWhileMoving([&] { return pace.heard == i + 1; }, heardByClients))
+                << "nobody hears of selection " << i;
     }
     list.select(last);
     for (const auto& client : clients) {
         EXPECT_EQ(client->wait(), 0);
         const std::string out = client->out();
-        EXPECT_EQ(countOf("heard " + std::to_string(kSelections + 1) + "\n", out), 1U) << out;
+        EXPECT_EQ(countOf("heard ", out), size_t{kSelections} + 1) << out;
         EXPECT_EQ(countOf("errors \n", out), 1U) << out;
         EXPECT_EQ(countOf("rounds 0\n", out), 0U) << out;
         EXPECT_EQ(client->err(), "");

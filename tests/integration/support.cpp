@@ -24,11 +24,29 @@ namespace integration {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+/** Between two questions whether something came true. */
+constexpr milliseconds kPause{5};
+
 bool eventually(const std::function<bool()>& condition, milliseconds patience) {
     const auto deadline = steady_clock::now() + patience;
     while (!condition()) {
         if (steady_clock::now() > deadline) return false;
-        std::this_thread::sleep_for(milliseconds{5});
+        std::this_thread::sleep_for(kPause);
+    }
+    return true;
+}
+
+bool eventuallyWhileMoving(const std::function<bool()>& condition,
+                           const std::function<size_t()>& progress, milliseconds patience) {
+    size_t seen = progress();
+    auto moved = steady_clock::now();
+    while (!condition()) {
+        if (const size_t now = progress(); now != seen) {
+            seen = now;
+            moved = steady_clock::now();
+        }
+        if (steady_clock::now() - moved > patience) return false;
+        std::this_thread::sleep_for(kPause);
     }
     return true;
 }
@@ -126,8 +144,14 @@ void Process::signal(int number) {
     if (running()) kill(mPid, number);
 }
 
+size_t Process::written() const {
+    size_t bytes = 0;
+    for (const char* name : {"out", "err"}) bytes += std::filesystem::file_size(mFolder / name);
+    return bytes;
+}
+
 int Process::wait() {
-    if (!eventually([&] { return !running(); })) {
+    if (!eventuallyWhileMoving([&] { return !running(); }, [&] { return written(); })) {
         ADD_FAILURE() << "process " << mPid << " does not end; it wrote:\n" << err() << out();
         signal(SIGKILL);
         eventually([&] { return !running(); });

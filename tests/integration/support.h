@@ -16,13 +16,26 @@
 
 namespace integration {
 
-/** Longest that a test waits for anything: far beyond what it takes, sanitizers and load included.
+/**
+ * After this time without the expected event a test takes a process for hung. Far beyond what a
+ * single step takes, also with sanitizers on a slow and busy machine: it finds hangs and measures
+ * nothing.
  */
-constexpr std::chrono::seconds kPatience{60};
+constexpr std::chrono::seconds kPatience{120};
 
-/** Whether `condition` came true within `patience`; asks every few milliseconds. */
+/** Whether `condition` came true within `patience`; asks every few milliseconds. For one step. */
 bool eventually(const std::function<bool()>& condition,
                 std::chrono::milliseconds patience = kPatience);
+
+/**
+ * Whether `condition` came true; asks every few milliseconds. For work of many steps: it may take
+ * as long as it likes while it moves. `progress` returns a counter of what was done so far, such as
+ * lines written or calls heard. The answer is false once that number has stayed the same for
+ * `patience`.
+ */
+bool eventuallyWhileMoving(const std::function<bool()>& condition,
+                           const std::function<size_t()>& progress,
+                           std::chrono::milliseconds patience = kPatience);
 
 /** Times that `text` stands in `where`. */
 size_t countOf(const std::string& text, const std::string& where);
@@ -67,11 +80,13 @@ class Process {
     pid_t pid() const { return mPid; }
     bool running();
     void signal(int number);
-    /** Waits for the end; the exit status, or 128 + the signal. Fails the test, then kills, if it
-     * hangs. */
+    /** Waits for the end; the exit status, or 128 + the signal. Fails the test, then kills, if the
+     * process neither ends nor writes anything for kPatience. */
     int wait();
     std::string out() const { return readFile(mFolder / "out"); }
     std::string err() const { return readFile(mFolder / "err"); }
+    /** Bytes of out() and err() so far: the progress of a process that writes as it goes. */
+    size_t written() const;
 
   private:
     TemporaryFolder mFolder;
