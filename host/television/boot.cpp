@@ -1,11 +1,11 @@
-// The television boots beside the service: linked into the service's program, this file starts it
-// from a static constructor, on a thread of its own, as the middleware of a set starts before
-// anybody asks. QORTV_TELEVISION=off starts nothing.
+// Starts the television inside the service's process: a program that links this file starts it from
+// a static constructor, before main, on a thread of its own. On a device the middleware process
+// starts before the service in the same way. QORTV_TELEVISION=off starts nothing.
 #include <cstdlib>
 #include <cstring>
 #include <thread>
 
-#include "television.h"
+#include "television/television.h"
 
 namespace television {
 namespace {
@@ -16,13 +16,13 @@ class Boot {
         const char* wanted = std::getenv("QORTV_TELEVISION");
         if (wanted != nullptr && std::strcmp(wanted, "off") == 0) return;
         mTelevision = new Television(Options::fromEnvironment());
-        // Not on the thread: the service must not find the readiness files of an earlier run.
+        // Here and not on the thread: main must not find the readiness files of an earlier run.
         mTelevision->removeReadiness();
         std::thread([this] { mTelevision->start(); }).detach();
     }
 
   private:
-    /** Never deleted: its functions may be called until the very end of the process. */
+    /** Never deleted: the service may call its functions until the very end of the process. */
     Television* mTelevision = nullptr;
 };
 

@@ -1,4 +1,4 @@
-#include "input_listener.h"
+#include "television/input_listener.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -11,12 +11,12 @@
 #include <cerrno>
 #include <cstring>
 
-#include "log.h"
+#include "television/base/log.h"
 
 namespace television {
 namespace {
 
-/** Whether there is a socket at the path, which a run before this one may have left. */
+/** Returns whether there is a socket at the path. */
 bool isSocket(const std::string& path) {
     struct stat status;
     return lstat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
@@ -89,7 +89,7 @@ void InputListener::run() {
             close(peer.socket);
             return true;
         };
-        // remove_if asks in order, once for each.
+        // remove_if calls `ended` once for each peer in order, so that `at` follows it.
         mPeers.erase(std::remove_if(mPeers.begin(), mPeers.end(), ended), mPeers.end());
         if (watched[1].revents != 0) accept();
     }
@@ -104,7 +104,8 @@ void InputListener::accept() {
                         std::strerror(errno));
         }
         mWarned = true;
-        // Without descriptors the connection would be offered again at once: one of ours is freed.
+        // When the process has no descriptor left, poll would report the same connection again at
+        // once; closing a peer frees one.
         if (mPeers.empty()) {
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
             return;
@@ -117,9 +118,9 @@ void InputListener::accept() {
     if (socket >= 0) mPeers.push_back({socket, {}, 0});
 }
 
-/** Takes what has come; false when the connection is at its end. */
+/** Reads what the peer has sent, at most 4096 bytes; false when the connection has ended. */
 bool InputListener::receive(Peer& peer) {
-    // As much as one turn takes, so that a peer that never stops leaves the others their turn.
+    // One read for each turn, so that a peer that never stops sending leaves the others theirs.
     std::array<uint8_t, 4096> bytes;
     const ssize_t got = recv(peer.socket, bytes.data(), bytes.size(), 0);
     if (got < 0) return errno == EAGAIN || errno == EINTR;

@@ -1,5 +1,5 @@
-/** The listener on the input socket: takes the key and pointer events that clients send in, as a
- * set's graphics layer does, and keeps the last ones. */
+/** The input socket: receives the key and pointer events that clients send to the set's graphics
+ * layer, and keeps the last ones. */
 #pragma once
 
 #include <array>
@@ -12,38 +12,41 @@
 
 namespace television {
 
-/** One event: kind and values, in the order in which they are sent. */
+/** One event as it was received: its kind, then its four values. */
 using InputEvent = std::array<int32_t, 5>;
 
 /**
  * Listens on a local stream socket for records of 20 bytes, host byte order. A connection carries
- * any number of them; what is left of a record when it ends is dropped. It acts on nothing. A peer
- * can send what it likes: at most `kMostPeers` are served at once, the one that waits longest makes
- * room for a new one, and none is waited for.
+ * any number of them; an incomplete record at its end is dropped. The events have no effect on the
+ * television. Peers are not trusted: at most `kMostPeers` are connected at a time, the oldest
+ * connection is closed to make room for a new one, and no read waits.
+ *
+ * One thread of its own serves all connections, from the constructor to the destructor.
  */
 class InputListener {
   public:
+    /** How many events are kept: the last ones. */
     static constexpr size_t kKept = 256;
     static constexpr size_t kMostPeers = 16;
 
-    /** `path`: of the socket; one that an earlier run left there is removed. Where it cannot listen
-     * the log says why, and nothing is received. */
+    /** `path`: of the socket; a socket that an earlier run left there is removed. When it cannot
+     * listen, the log says why and nothing is received. */
     explicit InputListener(std::string path);
     /** Ends the thread and removes the socket. */
     ~InputListener();
     InputListener(const InputListener&) = delete;
     InputListener& operator=(const InputListener&) = delete;
 
-    /** The last events, the oldest first. Any thread. */
+    /** The events that are kept, the oldest first. Any thread. */
     std::vector<InputEvent> events() const;
-    /** How many have come in all. Any thread. */
+    /** How many events have been received in all. Any thread. */
     uint64_t count() const;
 
   private:
     struct Peer {
         int socket;
-        std::array<uint8_t, sizeof(InputEvent)> bytes;  ///< of the record that is coming
-        size_t filled;
+        std::array<uint8_t, sizeof(InputEvent)> bytes;  ///< of the record being received
+        size_t filled;                                  ///< how many of `bytes` are received
     };
 
     bool listen();
@@ -52,10 +55,10 @@ class InputListener {
     bool receive(Peer& peer);
 
     const std::string mPath;
-    int mSocket = -1;
-    int mStop = -1;           ///< readable once the thread is to end
-    bool mWarned = false;     ///< used by the thread only
-    std::deque<Peer> mPeers;  ///< used by the thread only, the oldest first
+    int mSocket = -1;         ///< listens; -1 when it cannot
+    int mStop = -1;           ///< event descriptor, readable once the thread is to end
+    bool mWarned = false;     ///< a failed accept has been logged; used by the thread only
+    std::deque<Peer> mPeers;  ///< the oldest first; used by the thread only
     mutable std::mutex mMutex;
     std::deque<InputEvent> mEvents;  // guarded by mMutex
     uint64_t mCount = 0;             // guarded by mMutex

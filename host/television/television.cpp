@@ -1,50 +1,29 @@
-#include "television.h"
+#include "television/television.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <utility>
 
-#include "calls.h"
-#include "cam_slot.h"
-#include "channel_scan.h"
-#include "core.h"
-#include "folder_watch.h"
-#include "input_listener.h"
-#include "log.h"
-#include "recording.h"
-#include "stream_folder.h"
-#include "vendor_tmp.h"
-#include "video_paths.h"
+#include "television/base/log.h"
+#include "television/cam/cam_slot.h"
+#include "television/core/core.h"
+#include "television/modules/modules.h"
+#include "television/recording/personal_video_recorder.h"
+#include "television/settings/video_paths.h"
+#include "television/stream/folder_watch.h"
+#include "television/stream/stream_folder.h"
+#include "television/viewing/channel_scan.h"
+#include "television/viewing/track_selection.h"
 
 namespace television {
 namespace {
 
-/** In the order in which the service looks for them. */
-constexpr const char* kReadinessFiles[] = {"dtv_svc_is_ready", "tv_api_is_init"};
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-std::string defaultStateFolder() {
-    const std::string state = environment("XDG_STATE_HOME");
-    if (!state.empty()) return state + "/qortv";
-    const std::string home = environment("HOME");
-    return home.empty() ? ":memory:" : home + "/.local/state/qortv";
-}
-
-/** Does something on a thread of its own whenever files of a folder changed. */
+/** Runs a function on a thread of its own whenever files in a folder have changed. */
 class Watcher {
   public:
+    /** Watches from now on, with the arguments of FolderWatch. */
     template <typename... WatchArguments>
     explicit Watcher(WatchArguments&&... arguments)
         : mWatch(std::forward<WatchArguments>(arguments)...) {}
@@ -55,6 +34,7 @@ class Watcher {
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
 
+    /** Starts the thread; changes since the watch began count. */
     void run(std::function<void()> changed) {
         mThread = std::thread([this, changed = std::move(changed)] {
             while (mWatch.wait()) changed();
@@ -68,24 +48,6 @@ class Watcher {
 
 }  // namespace
 
-Options Options::fromEnvironment() {
-    Options options;
-    options.streams = environment("QORTV_STREAMS");
-    options.state = environment("QORTV_STATE");
-    if (options.state.empty()) options.state = defaultStateFolder();
-    options.readiness = qortv_vendor_tmp();
-    options.inputSocket = options.readiness + "/DFBInput";
-    options.config = environment("QORTV_CONFIG");
-    if (options.config.empty() && options.state != ":memory:") {
-        options.config = options.state + "/config.ini";
-    }
-    options.recordings = environment("QORTV_RECORDINGS");
-    if (options.recordings.empty() && options.state != ":memory:") {
-        options.recordings = options.state + "/recordings";
-    }
-    return options;
-}
-
 /** All that runs between start and stop. */
 class Television::Parts {
   public:
@@ -96,65 +58,29 @@ class Television::Parts {
           mFolder(options.streams),
           mScan(mCore, mFolder, mLoading, options.scanPause),
           mCam(std::make_shared<CamSlot>(mCore, options.streams)),
-          mRecording(mCore, options.streams, options.recordings, options.recordingSpeed) {
+          mRecorder(mCore, options.streams, options.recordings, options.recordingSpeed) {
         plugRegistrations(mBoard, mCore.registrations);
         plugBringUp(mBoard);
-        plugChannelIds(mBoard);
-        plugChannels(mBoard, mCore);
-        plugBulkReads(mBoard, mCore);
-        plugQueries(mBoard, mCore);
-        plugChannelWrites(mBoard, mCore);
-        plugSnapshots(mBoard, mCore);
-        plugFavourites(mBoard, mCore);
-        plugInstallation(mBoard, mCore);
-        plugBissKeys(mBoard, mCore);
-        plugVolume(mBoard, mCore);
-        plugPicture(mBoard, mCore, mInputs);
-        plugCaptions(mBoard, mCore);
-        plugContext(mBoard, mCore);
-        plugComponents(mBoard, mCore, mInputs);
-        plugConfiguration(mBoard, mCore, mInputs);
-        plugRatings(mBoard, mCore);
-        plugInputSources(mBoard, mCore, mInputs, mPaths);
-        plugMultiview(mBoard, mPaths);
-        plugTracks(mBoard, mCore);
-        plugBanner(mBoard, mCore);
-        plugTeletext(mBoard, mCore);
-        plugUtilities(mBoard, mCore, *mCam);
-        plugUpgrade(mBoard, mCore);
-        plugTime(mBoard, mCore);
-        plugEvents(mBoard, mCore);
-        plugDownload(mBoard, mCore);
-        plugHighLevel(mBoard, mCore);
-        plugEngines(mBoard, mCore);
-        plugApplication(mBoard, mCore);
-        plugPower(mBoard, mCore);
-        plugCi(mBoard, mCore, *mCam);
-        plugScan(mBoard, mCore, mScan);
-        plugBroadcast(mBoard, mCore, options.digitTime);
-        plugTuner(mBoard, mCore, *mCam);
-        plugRecord(mBoard, mCore, mRecording);
-        plugTimeShift(mBoard, mRecording);
-        plugRecordings(mBoard, mRecording);
-        plugParser(mBoard, options.config);
-        // Before the first load, so that nothing that changes meanwhile is missed.
-        if (options.watch && !options.streams.empty()) {
-            mStreamWatcher = std::make_unique<Watcher>(options.streams, options.calm);
-            mCamWatcher = std::make_unique<Watcher>(
-                    options.streams, options.calm,
-                    [](const std::string& name) { return name == kCamFileName; });
-        }
+        plugChannelLists();
+        plugInputsPictureAndSound();
+        plugSettingsAndUpkeep(options);
+        plugGuideAndTime();
+        plugWatching(options);
+        plugRecording();
+        plugApplications();
+        // Before the first load, so that no change meanwhile is missed.
+        if (options.watch && !options.streams.empty()) watch(options);
     }
 
     ~Parts() {
-        mRecording.stop();
-        mScan.stop();  // a load may be waiting for it
+        mRecorder.stop();
+        mScan.stop();  // before the watcher: a load on its thread may be waiting for the scan
         mStreamWatcher.reset();
         mCamWatcher.reset();
         mCore.notifier.stop();
     }
 
-    void load() {
+    void loadStreams() {
         if (mFolder.path().empty()) {
             LOG_TV_WARN("QORTV_STREAMS names no folder: the television receives nothing");
             mCore.merge({});
@@ -166,7 +92,7 @@ class Television::Parts {
         LOG_TV_INFO("{} streams read from {}", scan.multiplexes.size(), mFolder.path());
     }
 
-    void lookAtCam() { mCam->look(); }
+    void readCam() { mCam->readDescription(); }
 
     /** Null when there is none. */
     const InputListener* input() const { return mInput.get(); }
@@ -177,12 +103,95 @@ class Television::Parts {
 
     void run(std::chrono::milliseconds tick) {
         mCore.notifier.start(tick);
-        mRecording.start(tick);
-        if (mStreamWatcher != nullptr) mStreamWatcher->run([this] { load(); });
-        if (mCamWatcher != nullptr) mCamWatcher->run([this] { lookAtCam(); });
+        mRecorder.start(tick);
+        if (mStreamWatcher != nullptr) mStreamWatcher->run([this] { loadStreams(); });
+        if (mCamWatcher != nullptr) mCamWatcher->run([this] { readCam(); });
     }
 
   private:
+    void watch(const Options& options) {
+        mStreamWatcher = std::make_unique<Watcher>(options.streams, options.calm);
+        mCamWatcher = std::make_unique<Watcher>(
+                options.streams, options.calm,
+                [](const std::string& name) { return name == kCamFileName; });
+    }
+
+    void plugChannelLists() {
+        plugChannelIds(mBoard);
+        plugChannels(mBoard, mCore);
+        plugChannelBulkReads(mBoard, mCore);
+        plugChannelQueries(mBoard, mCore);
+        plugChannelWrites(mBoard, mCore);
+        plugChannelDeletion(mBoard, mCore);
+        plugListSnapshots(mBoard, mCore);
+        plugFavourites(mBoard, mCore);
+        plugCurrentFavourites(mBoard, mCore);
+        plugInstallationLists(mBoard, mCore);
+        plugBissKeys(mBoard, mCore);
+    }
+
+    void plugInputsPictureAndSound() {
+        plugInputSources(mBoard, mCore, mInputs, mPaths);
+        plugMultiview(mBoard, mPaths);
+        plugScreenMode(mBoard, mCore, mInputs);
+        plugScreensaver(mBoard, mInputs);
+        plugAvModes(mBoard, mCore);
+        plugVolumeControl(mBoard, mCore);
+    }
+
+    void plugSettingsAndUpkeep(const Options& options) {
+        plugConfiguration(mBoard, mCore, mInputs);
+        plugParser(mBoard, options.config);
+        plugPasswordDialog(mBoard, mCore);
+        plugNetworkWakeUp(mBoard, mCore);
+        plugPowerControl(mBoard, mCore);
+        plugUpgrade(mBoard, mCore);
+        plugOverTheAirDownload(mBoard, mCore);
+        plugCommonInterface(mBoard, mCore, *mCam);
+        plugUtilities(mBoard, mCore, *mCam);
+    }
+
+    /** At each tick handlers are notified in this order. */
+    void plugGuideAndTime() {
+        plugRatings(mBoard, mCore);
+        plugTime(mBoard, mCore);
+        plugEvents(mBoard, mCore);
+    }
+
+    void plugWatching(const Options& options) {
+        plugBroadcast(mBoard, mCore, options.digitTime);
+        plugBroadcastNumbers(mBoard, mCore);
+        plugBroadcastRegions(mBoard);
+        plugBroadcastTuning(mBoard, mCore, *mCam);
+        plugScan(mBoard, mCore, mScan);
+        plugServiceContexts(mBoard, mCore);
+        plugStreamComponents(mBoard, mCore, mInputs);
+        const auto tracks = std::make_shared<TrackSelection>(mCore);
+        plugAudioInfo(mBoard, mCore, tracks);
+        plugSubtitles(mBoard, tracks);
+        plugHbbtv(mBoard, mCore, tracks);
+        plugVideoInfo(mBoard, mCore);
+        plugBanner(mBoard, mCore);
+        plugTeletext(mBoard, mCore);
+        plugClosedCaptions(mBoard, mCore);
+    }
+
+    void plugRecording() {
+        plugRecorder(mBoard, mCore, mRecorder);
+        plugTimeShift(mBoard, mRecorder);
+        plugRecordingBrowser(mBoard, mRecorder);
+    }
+
+    void plugApplications() {
+        plugTvApplication(mBoard, mCore);
+        plugHighLevelControl(mBoard, mCore);
+        plugGinga(mBoard, mCore);
+        plugMheg5(mBoard, mCore);
+        plugEmergencyAlerts(mBoard);
+        plugEmergencyWarnings(mBoard);
+        plugAbsentFeatures(mBoard);
+    }
+
     Core mCore;
     InputSources mInputs;
     VideoPaths mPaths;
@@ -190,73 +199,41 @@ class Television::Parts {
     std::mutex mLoading;
     ChannelScan mScan;
     const std::shared_ptr<CamSlot> mCam;
-    Recording mRecording;
-    std::unique_ptr<Watcher> mStreamWatcher;
+    PersonalVideoRecorder mRecorder;
+    std::unique_ptr<Watcher> mStreamWatcher;  ///< null when nothing is watched, as the next
     std::unique_ptr<Watcher> mCamWatcher;
     std::unique_ptr<InputListener> mInput;
-    switchboard::Switchboard
-            mBoard;  ///< last, so that its functions are unplugged before all else goes
+    /** The last member: its functions are unplugged before the others are destroyed. */
+    switchboard::Switchboard mBoard;
 };
 
-Television::Television(Options options) : mOptions(std::move(options)) {}
+Television::Television(Options options)
+    : mOptions(std::move(options)), mReadiness(mOptions.readiness) {}
 
 Television::~Television() {
     stop();
 }
 
 void Television::removeReadiness() const {
-    if (mOptions.readiness.empty()) return;
-    for (const char* name : kReadinessFiles) {
-        const std::string path = mOptions.readiness + "/" + name;
-        if (unlink(path.c_str()) != 0 && errno != ENOENT && errno != ENOTDIR) {
-            LOG_TV_ERROR("cannot remove the old readiness file {}: {}", path, std::strerror(errno));
-        }
-    }
-}
-
-bool Television::makeReadinessFolder() const {
-    const std::string& folder = mOptions.readiness;
-    if (folder.empty()) return false;
-    for (size_t at = folder.find('/', 1); at != std::string::npos; at = folder.find('/', at + 1)) {
-        mkdir(folder.substr(0, at).c_str(), 0755);
-    }
-    if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return true;
-    LOG_TV_ERROR(
-            "cannot make the folder {} for the readiness files: {} (QORTV_VENDOR_TMP names "
-            "another)",
-            folder, std::strerror(errno));
-    return false;
-}
-
-void Television::writeReadiness() const {
-    const std::string& folder = mOptions.readiness;
-    for (const char* name : kReadinessFiles) {
-        const std::string path = folder + "/" + name;
-        const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-        if (file < 0) {
-            LOG_TV_ERROR("cannot write the readiness file {}: {}", path, std::strerror(errno));
-        } else {
-            close(file);
-        }
-    }
+    mReadiness.remove();
 }
 
 void Television::start() {
     if (mParts != nullptr) return;
-    removeReadiness();
+    mReadiness.remove();
     mParts = std::make_unique<Parts>(mOptions);
-    mParts->load();
-    mParts->lookAtCam();
+    mParts->loadStreams();
+    mParts->readCam();
     mParts->run(mOptions.tick);
-    // The socket is in the folder of the readiness files, and is there before they say "ready".
-    const bool folder = makeReadinessFolder();
+    // The input socket is in the same folder, and has to be there before the readiness files are.
+    const bool folder = mReadiness.makeFolder();
     mParts->listen(mOptions.inputSocket);
-    if (folder) writeReadiness();
+    if (folder) mReadiness.write();
 }
 
 void Television::stop() {
     if (mParts == nullptr) return;
-    removeReadiness();
+    mReadiness.remove();
     mParts.reset();
 }
 
@@ -267,8 +244,8 @@ std::vector<InputEvent> Television::inputEvents() const {
 
 void Television::reload() {
     if (mParts == nullptr) return;
-    mParts->load();
-    mParts->lookAtCam();
+    mParts->loadStreams();
+    mParts->readCam();
 }
 
 }  // namespace television

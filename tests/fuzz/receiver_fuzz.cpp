@@ -1,9 +1,13 @@
-// Feeds what a socket peer may send to the runtime's receiver, the parcel's checks and a generated
-// stub. Built with libFuzzer (QORTV_LIBFUZZER) it takes its inputs from there; otherwise it mutates
-// calls that a generated proxy makes, for as many seconds as its argument says, the same ones every
-// time. Faults show through the sanitizers.
+// Feeds mutated messages to the runtime's receiver, the parcel's checks and a generated stub.
 //
-// First byte of an input: descriptors that come with the message. The rest: the message.
+//   receiver_fuzz [SECONDS]
+//
+// Built with libFuzzer (QORTV_LIBFUZZER) it takes its inputs from there; otherwise it mutates calls
+// that a generated proxy makes, in the same order in each run. The sanitizers report the faults.
+//
+// The first byte of an input gives the descriptors that come with the message (its lowest three
+// bits) and whether the reader accepts several messages at once (its highest bit). The rest is the
+// message.
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -15,12 +19,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include <hidl/FatalCallError.h>
 #include <hidl/HidlBinderSupport.h>
 #include <qortv/test/1.0/BpHwEcho.h>
-#include <transport/Frame.h>
+#include <transport/FrameReader.h>
+#include <transport/FrameSender.h>
 
 #include "EchoService.h"
 #include "RawClient.h"
@@ -31,10 +37,10 @@ using namespace ::qortv::test;
 using namespace ::android::hardware;
 using namespace ::android::hardware::transport;
 
-// Methods of IEcho that need nothing but their arguments: those that give back values.
+// The methods of IEcho up to this one only return their arguments, so any call of them ends.
 constexpr uint32_t kLastValueMethod = 24;
 
-// Both ends of a socket whose buffers take the longest message.
+// Both ends of a socket. Its buffer takes the longest message.
 struct Sockets {
     Sockets() {
         if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) abort();
@@ -50,15 +56,15 @@ struct Sockets {
     int ends[2];
 };
 
-void serve(const sp<IBinder>& stub, const wire::FrameHeader& header, ParcelContents* contents) {
-    contents->visitBinders(contents->receivedData, contents->receivedObjects,
-                           contents->receivedObjectCount, [&](flat_binder_object* description) {
-                               contents->binders.emplace_back();
-                               description->hdr.type = BINDER_TYPE_BINDER;
-                               return true;
-                           });
+// Calls the stub with a received message. All binders in it are null.
+void serve(const sp<IBinder>& stub, const wire::FrameHeader& header, ParcelContentsOwner contents) {
+    contents->visitReceivedBinders([&](flat_binder_object* description) {
+        contents->binders.emplace_back();
+        description->hdr.type = BINDER_TYPE_BINDER;
+        return true;
+    });
     Parcel data;
-    data.adopt(contents);
+    data.adopt(std::move(contents));
     Parcel reply;
     details::ServingScope scope;
     try {
@@ -68,7 +74,7 @@ void serve(const sp<IBinder>& stub, const wire::FrameHeader& header, ParcelConte
                            measureFrame(answer.contentsOrNull(), &measured);
                        });
     } catch (const details::FatalCallError&) {
-        // An implementation that broke its contract: the dispatcher's business.
+        // The implementation broke its contract, as a session would reply to the caller.
     }
 }
 
@@ -86,16 +92,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
     sockets.finishWriting();
     FrameReader reader(input[0] >= 128);
     for (;;) {
-        ParcelContents* contents = ParcelContents::acquire();
+        ParcelContentsOwner contents = ParcelContents::acquire();
         wire::FrameHeader header;
         const char* reason = nullptr;
-        const ReceiveResult result = reader.receive(sockets.ends[1], &header, contents, &reason);
-        if (result == ReceiveResult::kFrame && header.type == wire::FrameType::kCall) {
-            serve(stub, header, contents);
-            continue;
-        }
-        ParcelContents::release(contents);
+        const ReceiveResult result =
+                reader.receive(sockets.ends[1], &header, contents.get(), &reason);
         if (result != ReceiveResult::kFrame) break;
+        if (header.type == wire::FrameType::kCall) serve(stub, header, std::move(contents));
     }
     return 0;
 }
@@ -103,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
 #ifndef QORTV_LIBFUZZER
 namespace {
 
-// Keeps the messages of the calls that are made on it, and answers none.
+// Records the messages of the calls that are made on it, and fails them.
 class Recorder : public IBinder {
   public:
     ::android::status_t transact(uint32_t code, const Parcel& data, Parcel*, uint32_t flags,
@@ -137,6 +140,7 @@ class Recorder : public IBinder {
     std::vector<Bytes> messages;
 };
 
+// Returns a sound call of each method that takes arguments, as inputs.
 std::vector<Bytes> makeSeeds() {
     sp<Recorder> recorder = new Recorder;
     sp<IEcho> proxy = new BpHwEcho(recorder);
@@ -169,8 +173,8 @@ std::vector<Bytes> makeSeeds() {
     return recorder->messages;
 }
 
-// Changes that keep a message plausible: single bytes, small and extreme numbers in its words, and
-// parts of it cut off or doubled.
+// Changes one thing, so that much of the message stays sound: flips a bit, puts a small or extreme
+// number or another word in place of a word, or cuts the end off.
 void mutate(Bytes* bytes, std::mt19937* random) {
     static const uint32_t kNumbers[] = {0, 1, 7, 8, 16, 40, 0x7fffffff, 0x80000000, 0xffffffff};
     const size_t at = (*random)() % bytes->size();
@@ -189,7 +193,7 @@ void mutate(Bytes* bytes, std::mt19937* random) {
             return;
         }
         case 6: {
-            // Where one word stands in another's place, sizes and offsets meet.
+            // One word of the message in place of another: sizes and offsets get mixed up.
             const size_t from = 1 + ((*random)() % bytes->size() & ~size_t{3});
             const size_t to = 1 + (at & ~size_t{3});
             if (std::max(from, to) + 4 <= bytes->size()) {

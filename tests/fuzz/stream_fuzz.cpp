@@ -1,7 +1,7 @@
 /**
- * Feeds the parser of transport streams with what broadcasters never send. Built with libFuzzer
- * (QORTV_LIBFUZZER) it takes its inputs from there; otherwise it mutates generated streams for as
- * many seconds as its argument says, the same ones every time. Faults show through the sanitizers.
+ * Feeds the parser of transport streams with inputs that no broadcaster sends. Built with libFuzzer
+ * (QORTV_LIBFUZZER) it takes them from there; otherwise it mutates generated streams, in the same
+ * way every time, for as many seconds as its argument says. The sanitizers find the faults.
  */
 #include <algorithm>
 #include <chrono>
@@ -14,15 +14,18 @@
 #include <stdexcept>
 #include <vector>
 
-#include "event_tables.h"
-#include "multiplex.h"
-#include "packetizer.h"
-#include "stream_folder.h"
-#include "stream_writer.h"
+#include "television/generator/packetizer.h"
+#include "television/generator/stream_writer.h"
+#include "television/stream/event_tables.h"
+#include "television/stream/multiplex.h"
+#include "television/stream/stream_folder.h"
 
 namespace {
 
 using Bytes = std::vector<uint8_t>;
+
+// The functions below read every field of a result, so that the sanitizers find what is not set,
+// and abort when it breaks a rule. They return some sum, so that no read is left out.
 
 size_t weigh(const television::ServiceEvents& service) {
     size_t sum = 0;
@@ -44,7 +47,6 @@ size_t weigh(const television::ServiceEvents& service) {
     return sum;
 }
 
-/** Uses what was read, so that nothing unset or too long goes unnoticed. */
 size_t weigh(const television::ParsedMultiplex& multiplex) {
     size_t sum = multiplex.networkName.size() + multiplex.services.size();
     for (const television::ParsedService& service : multiplex.services) {
@@ -74,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             return static_cast<long>(part);
         }));
     } catch (const std::runtime_error&) {
-        // No transport stream: that is an answer too.
+        // Correct for an input that is no transport stream.
     }
     return 0;
 }
@@ -125,8 +127,7 @@ void fixChecksum(Bytes& section) {
     }
 }
 
-/** Changes bytes inside sections and makes their checksums right again, so that the tables are
- * read. */
+/** Changes bytes in sections and corrects their checksums, so that the tables are read. */
 Bytes mutateSections(const std::vector<Section>& seed, std::mt19937& random) {
     stream_generator::Packetizer packets;
     for (Section section : seed) {

@@ -1,21 +1,21 @@
-#include "event_plan.h"
-
-#include <fmt/format.h>
+#include "television/generator/event_plan.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "calendar.h"
+#include <fmt/format.h>
+
+#include "television/base/calendar.h"
 
 namespace stream_generator {
 namespace {
 
 using television::kSecondsOfDay;
 
-/** A kind of programme, in the two languages there are. */
+/** A programme that fills a place in the day, in the two languages that services have. */
 struct Show {
-    uint8_t genre;
-    uint8_t age;
+    uint8_t genre;  ///< both nibbles of the content descriptor
+    uint8_t age;    ///< minimum age; 0: not rated
     uint16_t minutes;
     const char* english;
     const char* german;
@@ -54,8 +54,8 @@ constexpr Show kShows[] = {
          "Niemand glaubt, was der Leuchtturmwärter gesehen hat."},
 };
 
-/** A number that looks like chance and is the same every time. */
-uint32_t chance(uint32_t a, uint32_t b) {
+/** A number that looks random, and is the same for the same arguments. */
+uint32_t pseudoRandom(uint32_t a, uint32_t b) {
     uint32_t x = a * 0x9E3779B1u ^ b * 0x85EBCA77u;
     x = (x ^ x >> 15) * 0x2C1B3C6Du;
     x = (x ^ x >> 12) * 0x297A2D39u;
@@ -81,14 +81,15 @@ void addDetails(EventPlan& event, bool german, uint32_t episode) {
                 "gulls; then the baker opens, and the story begins with him.",
                 episode);
     }
-    event.item = fmt::format("crid://corvanta.example/{:x}", chance(event.eventId, episode));
-    event.series = fmt::format("crid://corvanta.example/series/{}", episode % 7);
+    event.programmeId =
+            fmt::format("crid://corvanta.example/{:x}", pseudoRandom(event.eventId, episode));
+    event.seriesId = fmt::format("crid://corvanta.example/series/{}", episode % 7);
 }
 
 EventPlan makeEvent(const ServicePlan& service, const Show& show, int64_t start) {
     const bool german = speaksGerman(service);
     EventPlan event;
-    event.eventId = static_cast<uint16_t>(start / 60);  // stays when the stream is made anew
+    event.eventId = static_cast<uint16_t>(start / 60);  // the same when the stream is made anew
     event.start = start;
     event.language = german ? "deu" : "eng";
     event.title = german ? show.german : show.english;
@@ -96,7 +97,7 @@ EventPlan makeEvent(const ServicePlan& service, const Show& show, int64_t start)
     event.genre = show.genre;
     event.age = show.age;
     if (service.guide == GuideKind::kExtended) {
-        addDetails(event, german, chance(service.serviceId, event.eventId) % 90 + 1);
+        addDetails(event, german, pseudoRandom(service.serviceId, event.eventId) % 90 + 1);
     }
     return event;
 }
@@ -113,7 +114,7 @@ std::vector<EventPlan> eventPlans(const ServicePlan& service, int64_t time, unsi
         int64_t start = midnight;
         for (uint32_t place = 0; start < midnight + kSecondsOfDay && start < end; ++place) {
             const uint32_t number =
-                    chance(service.serviceId, static_cast<uint32_t>(day) * 100 + place);
+                    pseudoRandom(service.serviceId, static_cast<uint32_t>(day) * 100 + place);
             const Show& show = kShows[number % std::size(kShows)];
             EventPlan event = makeEvent(service, show, start);
             event.duration = static_cast<uint32_t>(

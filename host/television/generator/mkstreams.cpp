@@ -1,11 +1,12 @@
 /** qortv-mkstreams: writes a folder of transport streams for the software television. */
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <ctime>
 #include <exception>
 
-#include "multiplex_plan.h"
-#include "stream_writer.h"
+#include <CLI/CLI.hpp>
+
+#include "television/generator/multiplex_plan.h"
+#include "television/generator/stream_writer.h"
 
 namespace {
 

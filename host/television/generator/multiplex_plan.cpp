@@ -1,8 +1,8 @@
-#include "multiplex_plan.h"
-
-#include <fmt/format.h>
+#include "television/generator/multiplex_plan.h"
 
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace stream_generator {
 namespace {

@@ -1,5 +1,5 @@
-/** What the stream generator writes, as plain data, and the plans of the demo and of large lists.
- */
+/** What the stream generator is to write, as plain data: plans of services and multiplexes, those
+ * of the demo, and those of large lists. */
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@ namespace stream_generator {
 
 enum class Medium { kTerrestrial, kCable, kSatellite };
 
-/** How a name is coded in the tables. */
+/** The character table in which the texts of a service are written. */
 enum class TextTable { kIso6937, kIso8859_2, kIso8859_5, kIso8859_7, kIso8859_9, kUcs2, kUtf8 };
 
-/** What the event tables tell of a service. */
+/** What the event tables say of a service: nothing, titles and short texts, or details too. */
 enum class GuideKind { kNone, kShort, kExtended };
 
-/** One service. Names are UTF-8 and must be expressible in `table`. */
+/** One service. Texts are UTF-8; the name's characters must be in `table`. */
 struct ServicePlan {
     uint16_t serviceId = 0;
     std::string name;
@@ -24,18 +24,18 @@ struct ServicePlan {
     std::string provider = "Corvanta Media";
     uint8_t type = 0x01;  ///< service_type: 1 television, 2 radio, 0x19 HD television…
     bool scrambled = false;
-    uint16_t lcn = 0;  ///< 0: none
+    uint16_t lcn = 0;  ///< logical channel number, 999 at most; 0: none
     bool visible = true;
     GuideKind guide = GuideKind::kShort;
     std::vector<std::string> audioLanguages = {"eng"};  ///< three letters each
     std::vector<std::string> subtitleLanguages;         ///< three letters each
 };
 
-/** The time of streams for which no other is given: a May evening in 2024, 18:40 UTC. */
+/** The time in streams for which no other is given, seconds since 1970: 10 May 2024, 18:40 UTC. */
 constexpr int64_t kUsualTime = 1'715'366'400;
 /** Hours of events of the demo's services. */
 constexpr unsigned kUsualGuideHours = 24;
-/** As far as the event tables reach. */
+/** The most hours of events that the generator writes. */
 constexpr unsigned kMostGuideHours = 7 * 24;
 
 /** One multiplex: a file. */
@@ -51,10 +51,10 @@ struct MultiplexPlan {
     uint16_t orbitalPosition = 0;  ///< tenths of a degree; satellite
     bool east = true;
     bool vertical = false;
-    bool networkTable = true;   ///< write NIT
-    bool descriptions = true;   ///< write SDT
-    int64_t time = kUsualTime;  ///< seconds since 1970, as the stream tells it
-    unsigned guideHours = 0;    ///< of events from then on
+    bool networkTable = true;   ///< write the NIT
+    bool descriptions = true;   ///< write the SDT
+    int64_t time = kUsualTime;  ///< of its time tables, seconds since 1970
+    unsigned guideHours = 0;    ///< hours of events from `time` on
     std::vector<ServicePlan> services;
 };
 
@@ -63,8 +63,8 @@ struct MultiplexPlan {
 std::vector<MultiplexPlan> demoPlans(int64_t time = kUsualTime,
                                      unsigned guideHours = kUsualGuideHours);
 
-/** `services` services spread over the `multiplexes` multiplexes of one terrestrial network: one
- * large list, for timings; without a guide when that has no hours. */
+/** `services` services, spread over the `multiplexes` multiplexes of one terrestrial network: one
+ * large list, for timings. They have no guide while `guideHours` is 0. */
 std::vector<MultiplexPlan> largePlans(unsigned multiplexes, unsigned services,
                                       int64_t time = kUsualTime, unsigned guideHours = 0);
 

@@ -1,4 +1,4 @@
-#include "packetizer.h"
+#include "television/generator/packetizer.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,7 +11,8 @@ constexpr uint16_t kNullPid = 0x1FFF;
 
 }  // namespace
 
-/** Appends an empty packet, filled with stuffing, and answers its 184 bytes of payload. */
+/** Appends a packet that is filled with stuffing, and returns its 184 bytes of payload, valid until
+ * the next one. */
 uint8_t* Packetizer::packet(uint16_t pid, bool start) {
     const uint8_t counter = mContinuity[pid]++ & 0x0F;
     mStream.resize(mStream.size() + kPacketSize, 0xFF);
@@ -29,7 +30,7 @@ void Packetizer::section(uint16_t pid, const uint8_t* data, size_t size) {
         uint8_t* payload = packet(pid, start);
         size_t room = kPacketSize - 4;
         if (start) {
-            *payload++ = 0;  // the section begins right after this pointer
+            *payload++ = 0;  // pointer: the section begins right behind it
             --room;
         }
         const size_t part = std::min(room, size);

@@ -1,5 +1,5 @@
-// Linked with the boot object: waits for the television that starts by itself, and exits with the
-// number of terrestrial channels, or 99 when none starts.
+// A program that links the boot object: waits for the television that starts by itself, and exits
+// with the number of terrestrial channels, or with 99 when no television starts.
 #include <chrono>
 #include <filesystem>
 #include <string>

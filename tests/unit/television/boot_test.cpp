@@ -1,8 +1,8 @@
 #include <cstdlib>
 #include <thread>
 
-#include "log_capture.h"
-#include "television_test.h"
+#include "support/log_capture.h"
+#include "support/television_test.h"
 
 namespace {
 
@@ -73,7 +73,7 @@ TEST_F(TelevisionBoot, OptionsComeFromTheEnvironment) {
     EXPECT_EQ(television::Options::fromEnvironment().state, "/home/somebody/.local/state/qortv");
 }
 
-/** Runs the program that only links the boot object and prints whether the television came up. */
+/** Runs boot_probe, whose exit code shows whether the television started. */
 int boot(const std::string& environment) {
     return WEXITSTATUS(std::system((environment + " " + BOOT_PROBE + " 2>/dev/null").c_str()));
 }

@@ -1,4 +1,4 @@
-#include "input_listener.h"
+#include "television/input_listener.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -7,15 +7,15 @@
 #include <functional>
 #include <thread>
 
-#include "log_capture.h"
-#include "television_test.h"
+#include "support/log_capture.h"
+#include "support/television_test.h"
 
 namespace {
 
 using television::InputEvent;
 using television::InputListener;
 
-/** Waits until something holds; false after half a minute. */
+/** Waits until a condition holds; false after half a minute. */
 bool eventually(const std::function<bool()>& holds) {
     for (int i = 0; i < 30'000; ++i) {
         if (holds()) return true;
@@ -42,7 +42,7 @@ class Peer {
         EXPECT_EQ(::send(mSocket, bytes, size, MSG_NOSIGNAL), static_cast<ssize_t>(size));
     }
     void send(const InputEvent& event) const { send(event.data(), sizeof event); }
-    /** Whether the listener has hung up; waits for it. */
+    /** Waits until the listener closes the connection; false when it sends something instead. */
     bool hungUp() const {
         char byte;
         return recv(mSocket, &byte, 1, 0) <= 0;
@@ -70,7 +70,7 @@ TEST_F(TelevisionInput, RecordsComeWholeAndInParts) {
     for (size_t i = 0; i < sizeof second; ++i) peer.send(bytes + i, 1);
     ASSERT_TRUE(eventually([&] { return listener.count() == 2; }));
     EXPECT_EQ(listener.events(), (std::vector<InputEvent>{first, second}));
-    // Two and a half at once; what is left of the third never comes.
+    // Two and a half records at once; the rest of the third never comes.
     std::vector<uint8_t> several(50);
     several[20] = 9;
     peer.send(several.data(), several.size());
@@ -122,7 +122,7 @@ TEST_F(TelevisionInput, RemovesItsSocketAndAnOldOne) {
         EXPECT_TRUE(Peer(path).connected());
     }
     EXPECT_FALSE(std::filesystem::exists(path));
-    // A run that ended without notice leaves its socket.
+    // A process that was killed leaves its socket.
     const int old = socket(AF_UNIX, SOCK_STREAM, 0);
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
@@ -141,7 +141,7 @@ TEST_F(TelevisionInput, SaysWhyItCannotListen) {
     EXPECT_TRUE(lines.has(tooLong, "at most 107"));
     { const InputListener listener(folder / "missing/DFBInput"); }
     EXPECT_TRUE(lines.has("missing/DFBInput", "No such file"));
-    // What is no socket stays.
+    // A file that is no socket is not removed.
     folder.write("DFBInput", {1});
     { const InputListener listener(path); }
     EXPECT_TRUE(lines.has(path, "Address already in use"));

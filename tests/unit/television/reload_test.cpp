@@ -1,9 +1,9 @@
 #include <thread>
 
-#include "event_log.h"
-#include "folder_watch.h"
-#include "log_capture.h"
-#include "television_test.h"
+#include "support/log_capture.h"
+#include "support/notification_log.h"
+#include "support/television_test.h"
+#include "television/stream/folder_watch.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ using namespace stream_generator;
 using std::chrono::milliseconds;
 
 void channelList(int32_t code, void*, void* list, void* count, void*, void*) {
-    EventLog::instance().add(
+    NotificationLog::instance().add(
             "channelList", code,
             {reinterpret_cast<uintptr_t>(list), reinterpret_cast<uintptr_t>(count)});
 }
@@ -19,16 +19,16 @@ void channelList(int32_t code, void*, void* list, void* count, void*, void*) {
 class TelevisionReload : public TelevisionTest {
   protected:
     TelevisionReload() {
-        EventLog::instance().clear();
+        NotificationLog::instance().clear();
         options.watch = true;
         options.calm = milliseconds(20);
     }
     ~TelevisionReload() override { tv.reset(); }
 
-    /** Waits for the event that says that there are `count` channels now. */
+    /** Waits for a notification after which there are `count` channels. */
     static void waitForChannels(uint64_t count) {
         for (size_t seen = 1;; ++seen) {
-            const auto events = EventLog::instance().wait("channelList", seen);
+            const auto events = NotificationLog::instance().wait("channelList", seen);
             if (events.size() < seen || events[seen - 1].values[1] == count) return;
         }
     }
@@ -64,7 +64,7 @@ TEST_F(TelevisionReload, FolderThatIsReplaced) {
     a_qortvapi_channellist_register_callback(channelList, nullptr);
     waitForChannels(5);
     std::filesystem::rename(streams(), streams() + ".away");
-    EventLog::instance().wait("channelList", 2);
+    NotificationLog::instance().wait("channelList", 2);
     EXPECT_EQ(services(SVL_ID_TERRESTRIAL).size(), 5u);  // what is not there cannot be missed
     writeStreams(streams(), {demoPlans()[8]});
     waitForChannels(4);
@@ -113,7 +113,7 @@ TEST_F(TelevisionReload, WaitsForClientsThatHoldTheListStill) {
     std::this_thread::sleep_for(milliseconds(100));
     EXPECT_FALSE(loaded);
     EXPECT_EQ(services(SVL_ID_TERRESTRIAL).size(), 5u);
-    // The client that holds it may still write.
+    // The client that holds the lock may still write.
     EXPECT_EQ(a_qortvapi_channellist_setChannelPumpVer(1, 5), TV_OK);
     ASSERT_EQ(a_qortvapi_channellist_unlock_database(1, 0), TV_OK);
     loader.join();
