@@ -10,7 +10,7 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** The name of a service context, cut to what the middleware's names have. */
+/** The name of a service context, cut to the five characters of the middleware's names. */
 class ContextName {
   public:
     explicit ContextName(const hidl_string& name) { setText(mName, name); }
@@ -62,7 +62,7 @@ QorTvApiBroadcastImpl::QorTvApiBroadcastImpl() {
     TVAPI_DEBUG("QorTvApiBroadcastImpl");
 }
 
-// Channel selection. `reselect` tunes anew where the channel is the current one.
+// Channel selection.
 
 Return<int32_t> QorTvApiBroadcastImpl::a_hidl_a_qortvapi_broadcast_select_channel(
         uint16_t svl_id, uint16_t svl_rec_id, uint32_t channel_id, bool reselect) {
@@ -237,7 +237,7 @@ Return<void> QorTvApiBroadcastImpl::a_hidl_a_qortvapi_broadcast_get_mheg_input_e
     return answerFlag(_hidl_cb, a_qortvapi_broadcast_get_mheg_input_event_mask, mask);
 }
 
-// Of a service context. The middleware's name has at most five characters.
+// Service contexts.
 
 Return<int32_t> QorTvApiBroadcastImpl::a_hidl_a_qortvapi_broadcast_sync_stop(
         const hidl_string& context, bool block) {

@@ -1,4 +1,4 @@
-/** The broadcast channel. */
+/** Broadcast channels: selection, tuning, signal, banner, channel numbers. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -14,14 +14,14 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiBroadcastImpl : public IQorTvApiBroadcast {
   public:
     QorTvApiBroadcastImpl();
 
-    // Channel selection. `reselect` tunes anew where the channel is the current one.
+    // Channel selection. With `reselect` the channel is tuned again if it is the current one.
     Return<int32_t> a_hidl_a_qortvapi_broadcast_select_channel(uint16_t svl_id, uint16_t svl_rec_id,
                                                                uint32_t channel_id,
                                                                bool reselect) override;
@@ -79,7 +79,8 @@ class QorTvApiBroadcastImpl : public IQorTvApiBroadcast {
     Return<void> a_hidl_a_qortvapi_broadcast_get_max_possible_minor_digits(
             uint16_t tuner_type,
             a_hidl_a_qortvapi_broadcast_get_max_possible_minor_digits_cb _hidl_cb) override;
-    /** Asks for 64 characters where `length` is more, and logs that always. */
+    /** Asks for at most 64 characters. A larger `length` is logged, whether debugging is on or not.
+     */
     Return<void> a_hidl_a_qortvapi_broadcast_get_cam_operator_name(
             uint32_t length,
             a_hidl_a_qortvapi_broadcast_get_cam_operator_name_cb _hidl_cb) override;
@@ -87,11 +88,11 @@ class QorTvApiBroadcastImpl : public IQorTvApiBroadcast {
             uint8_t mask,
             a_hidl_a_qortvapi_broadcast_get_mheg_input_event_mask_cb _hidl_cb) override;
 
-    // Of a service context. The middleware's name has at most five characters: the rest of a longer
-    // one does not reach it.
+    // Service contexts. The middleware's names of them have at most five characters: the rest of a
+    // longer name is cut off.
     Return<int32_t> a_hidl_a_qortvapi_broadcast_sync_stop(const hidl_string& context,
                                                           bool block) override;
-    /** True also where the middleware fails. */
+    /** Returns true also if the middleware fails. */
     Return<bool> a_hidl_a_qortvapi_broadcast_is_signal_loss() override;
     Return<int32_t> a_hidl_a_qortvapi_broadcast_get_signal_level() override;
     Return<int32_t> a_hidl_a_qortvapi_broadcast_get_signal_quality() override;
@@ -103,7 +104,7 @@ class QorTvApiBroadcastImpl : public IQorTvApiBroadcast {
     Return<int32_t> a_hidl_a_qortvapi_broadcast_ana_channel_fine_tune(const hidl_string& context,
                                                                       int32_t offset,
                                                                       bool tune_now) override;
-    /** Answers -1 where the middleware writes no value. */
+    /** The value is -1 if the middleware writes none. */
     Return<void> a_hidl_a_qortvapi_broadcast_get_connect_attr(
             const hidl_string& context, int32_t attribute,
             a_hidl_a_qortvapi_broadcast_get_connect_attr_cb _hidl_cb) override;

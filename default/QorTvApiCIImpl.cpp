@@ -13,21 +13,21 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** How a type is read. */
+/** How the property of a type is read from the module. */
 struct Property {
     uint32_t type;
     bool takes_info;
-    uint32_t capacity;   // of the buffer, in bytes
-    uint32_t length;     // what the middleware is told, in units
-    uint32_t unit;       // bytes
-    const char* buffer;  // its name in the log if it is allocated; null on the stack
+    uint32_t capacity;   // size of the buffer, in bytes
+    uint32_t length;     // length of the buffer that the middleware is told, in units
+    uint32_t unit;       // size of a unit, in bytes
+    const char* buffer;  // name of an allocated buffer in the log; null for one on the stack
 };
 
 constexpr size_t kStackBytes = 16;
 constexpr size_t kQueryBytes = 12;
 
 constexpr Property kProperties[] = {
-        // The client says how long a name may be.
+        // The buffer of a name is as long as the client says.
         {QORTVAPI_CI_GET_TYPE_CAM_NAME, true, 0, 0, sizeof(uint16_t), "utf16_cam_name"},
         {1, false, 1, 1, 1, nullptr},
         {2, true, 8, 8, 1, nullptr},
@@ -35,7 +35,7 @@ constexpr Property kProperties[] = {
         {8, false, 4, 4, 1, nullptr},
         {10, true, 1, 1, 1, nullptr},
         {13, true, 1, 1, 1, nullptr},
-        // The length is that of the buffer in bytes, though the middleware counts in units.
+        // The middleware is told the length in bytes, though it counts in units.
         {QORTVAPI_CI_GET_TYPE_PROFILE_NAME, true, 200, 200, sizeof(uint16_t), "utf16_profile_name"},
         {QORTVAPI_CI_GET_TYPE_QUERY_BLOCK, true, kQueryBytes, kQueryBytes, 1, nullptr},
         {17, false, 16, 16, 1, nullptr},
@@ -50,7 +50,7 @@ constexpr Property kProperties[] = {
         {32, true, 4, 4, 1, nullptr},
 };
 
-/** How many units `text` has in front of its first zero, or altogether. */
+/** Returns how many units `text` has before its first zero, or in all if there is none. */
 int unitsBeforeZero(const hidl_vec<uint16_t>& text) {
     return static_cast<int>(std::find(text.begin(), text.end(), 0) - text.begin());
 }
@@ -72,7 +72,7 @@ Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_get(uint32_t type, uint32_t in
     const auto read = [&](void* buffer, uint64_t capacity, uint32_t length) {
         const int32_t result =
                 a_qortvapi_ci_get(type, property->takes_info ? info : 0, buffer, &length);
-        // Whatever length is reported: there is no more than the buffer holds.
+        // The module may report more than the buffer holds.
         const uint64_t bytes = std::min(uint64_t{length} * property->unit, capacity);
         const bool is_query = type == QORTVAPI_CI_GET_TYPE_QUERY_BLOCK;
         _hidl_cb(borrowedBytes(buffer, bytes), is_query ? in_data_length : length, result);
@@ -87,7 +87,7 @@ Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_get(uint32_t type, uint32_t in
     uint64_t capacity = property->capacity;
     uint32_t length = property->length;
     if (type == QORTVAPI_CI_GET_TYPE_CAM_NAME) {
-        if (in_data_length == 0) {  // how long is it?
+        if (in_data_length == 0) {  // the client asks for the length of the name
             read(nullptr, 0, 0);
             return Void();
         }
@@ -172,7 +172,7 @@ Return<int32_t> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_set(uint32_t type, uint32_t
                         "HIDL_QORTVAPI_CI_SET_TYPE_PIN_CMD, pv_data.size(): 0\n");
                 return 0;
             }
-            // The array's byte of 0 is the text's NUL.
+            // The byte of 0 that the array has at its end is the NUL of the text.
             const CallerArray<uint8_t> text(data.size(), CallerArray<uint8_t>::kOptional);
             if (text.data() == nullptr) {
                 TVAPI_LOG("Alloc memory fail!!!!\n");
@@ -301,8 +301,8 @@ Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_get_host_id(
 Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_query(
         a_hidl_a_qortvapi_ci_key_query_cb _hidl_cb) {
     TVAPI_DEBUG("%s", __func__);
-    // The middleware fills the first half; clients were written against as many entries as it has
-    // bytes.
+    // The middleware fills the first 1024 bytes. Clients expect 1024 entries of two bytes, of which
+    // the second half is zero.
     uint16_t area[1024] = {};
     const int32_t result = a_qortvapi_ci_key_query(area);
     _hidl_cb(borrowedVector(area, std::size(area)), result);
@@ -354,7 +354,7 @@ Return<int32_t> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_key_activate() {
     return a_qortvapi_ci_key_activate();
 }
 
-// What the module reports.
+// Registration for what the module reports.
 
 Return<void> QorTvApiCIImpl::a_hidl_a_qortvapi_ci_reg_callback(
         uint32_t number, uint32_t category_tag, a_hidl_a_qortvapi_ci_reg_callback_cb _hidl_cb) {

@@ -42,7 +42,7 @@ Return<bool> QorTvApiCec::a_hidl_a_qortvapi_get_earc_status(int32_t port) {
     }
     uint8_t status = 0;
     if (QRCEC_GetEARCStatus(port, &status) != 0) {
-        TVAPI_LOG("QRCEC_GetEARCCaps failed");  // as it is known, though the status failed
+        TVAPI_LOG("QRCEC_GetEARCCaps failed");  // this wrong name is what log readers look for
         return false;
     }
     TVAPI_DEBUG("eARC Status= %d", status);

@@ -12,15 +12,15 @@ namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 using ::android::hardware::Return;
 
 /**
- * The one interface that does not reach the middleware: it asks the hardware abstraction library,
- * which every call initialises anew. A failure of the library is logged and becomes false or -1. No
- * state: any thread, any number at a time.
+ * The one interface that does not reach the middleware. It calls the hardware abstraction library,
+ * which every method initialises first. A failure of the library is logged and returned as false or
+ * -1. There is no state: any number of threads may call at a time.
  */
 class QorTvApiCec : public IQorTvApiCec {
   public:
     Return<bool> a_hidl_a_qortvapi_get_earc_caps() override;
     Return<int32_t> a_hidl_a_qortvapi_set_earc_enable(bool enabled) override;
-    /** `port` is the library's number of an HDMI port. */
+    /** `port` is an HDMI port as the library counts them, from 1. */
     Return<bool> a_hidl_a_qortvapi_get_earc_status(int32_t port) override;
 };
 

@@ -15,8 +15,9 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. Records are carried as bytes
- * and never looked into. No state: any thread, any number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. Records are
+ * passed on as bytes, without a look at their fields. There is no state: any number of threads may
+ * call at a time. The methods of a family are in QorTvApiChannelListImpl<Family>.cpp.
  */
 class QorTvApiChannelListImpl : public IQorTvApiChannelList {
   public:
@@ -185,7 +186,7 @@ class QorTvApiChannelListImpl : public IQorTvApiChannelList {
     Return<int32_t> a_hidl_a_qortvapi_channellist_del_tsl_svl_rec_by_satl_rec_id(
             uint16_t svl_id, uint16_t satl_rec_id, bool keep_favourites) override;
 
-    // What the TV provider of the system asks for.
+    // Questions of the system's TV provider.
     Return<void> a_hidl_a_qortvapi_tvprovider_get_all_svlid(
             const hidl_handle& id_region, uint16_t count,
             a_hidl_a_qortvapi_tvprovider_get_all_svlid_cb _hidl_cb) override;
@@ -252,7 +253,7 @@ class QorTvApiChannelListImpl : public IQorTvApiChannelList {
     Return<int32_t> a_hidl_a_qortvapi_one_channellist_add_channel_to_max(
             uint16_t svl_id, uint16_t svl_rec_id) override;
 
-    // Channel ids: making them and taking them apart. No list is read.
+    // Channel ids: composing them and taking them apart. No list is read.
     Return<int32_t> a_hidl_a_qortvapi_channellist_gen_channel_id(uint32_t major, uint32_t minor,
                                                                  uint32_t index) override;
     Return<int32_t> a_hidl_a_qortvapi_channellist_gen_one_part_channel_id(uint32_t number,

@@ -9,7 +9,7 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-constexpr uint32_t kTextRoom = 256;  // bytes
+constexpr uint32_t kTextRoom = 256;  // bytes for a text
 
 }  // namespace
 
@@ -88,7 +88,7 @@ Return<int32_t> QorTvApiConfigImpl::a_hidl_a_qortvapi_config_set_str_value_ex(
     return a_qortvapi_config_set_str_value_ex(key.c_str(), value.c_str(), option);
 }
 
-// Reports of changes.
+// Notifications of changes.
 
 Return<int32_t> QorTvApiConfigImpl::a_hidl_a_qortvapi_config_add_value_changed_callback(
         const hidl_string& key) {
@@ -102,7 +102,7 @@ Return<int32_t> QorTvApiConfigImpl::a_hidl_a_qortvapi_config_remove_value_change
     return a_qortvapi_config_remove_value_changed_callback(key.c_str());
 }
 
-// Choices and the set.
+// The choices of an item; the television as a whole.
 
 Return<void> QorTvApiConfigImpl::a_hidl_a_qortvapi_config_get_items_enabled(
         int16_t group, const hidl_string& key,
@@ -113,7 +113,7 @@ Return<void> QorTvApiConfigImpl::a_hidl_a_qortvapi_config_get_items_enabled(
     uint32_t count = 0;
     const int32_t result =
             a_qortvapi_config_get_items_enabled(group, key.c_str(), items.data(), &length, &count);
-    // The two numbers in the other order: clients were built against it.
+    // Clients expect the two numbers in the opposite order.
     _hidl_cb(items.forClient(), count, static_cast<int32_t>(length), result);
     TVAPI_DEBUG("%s,value:%s", __func__, items.data());
     return Void();

@@ -1,4 +1,4 @@
-/** The set's configuration. */
+/** The configuration of the television: numbers and texts under keys. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -14,8 +14,8 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiConfigImpl : public IQorTvApiConfig {
   public:
@@ -41,7 +41,7 @@ class QorTvApiConfigImpl : public IQorTvApiConfig {
     Return<int32_t> a_hidl_a_qortvapi_config_reset_values(int16_t group) override;
 
     // Texts.
-    /** The length is 256, the room for the text, where the middleware does not say. */
+    /** The length is 256, the size of the buffer, if the middleware does not write one. */
     Return<void> a_hidl_a_qortvapi_config_get_str_value(
             const hidl_string& key, a_hidl_a_qortvapi_config_get_str_value_cb _hidl_cb) override;
     Return<int32_t> a_hidl_a_qortvapi_config_set_str_value(const hidl_string& key,
@@ -50,14 +50,14 @@ class QorTvApiConfigImpl : public IQorTvApiConfig {
                                                               const hidl_string& value,
                                                               uint32_t option) override;
 
-    // Reports of changes.
+    // Notifications of changes.
     Return<int32_t> a_hidl_a_qortvapi_config_add_value_changed_callback(
             const hidl_string& key) override;
     Return<int32_t> a_hidl_a_qortvapi_config_remove_value_changed_callback(
             const hidl_string& key) override;
 
-    // Choices and the set.
-    /** Answers the count and the length in this order, which is not that of the middleware. */
+    // The choices of an item; the television as a whole.
+    /** Answers with the count before the length; the middleware has them the other way round. */
     Return<void> a_hidl_a_qortvapi_config_get_items_enabled(
             int16_t group, const hidl_string& key,
             a_hidl_a_qortvapi_config_get_items_enabled_cb _hidl_cb) override;

@@ -15,12 +15,13 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** Writes a failure line of `method`, whether or not debugging is on. */
+/** Writes a failure line for `method`, whether debugging is on or not. */
 void logFailure(const char* text, const char* method, int line) {
     __android_log_print(ANDROID_LOG_DEBUG, LOG_TAG, "<%s:%d> %s\n", method, line, text);
 }
 
-/** There are channels, as many as the client says; `method` logs what is wrong with them. */
+/** Returns whether there are channels, and as many as the client says; otherwise logs the reason
+ * for `method`. */
 bool isWindow(const hidl_vec<uint32_t>& channel_ids, uint16_t count,
               const char* method = __builtin_FUNCTION(), int line = __builtin_LINE()) {
     if (channel_ids.size() == 0) {
@@ -37,9 +38,10 @@ bool isWindow(const hidl_vec<uint32_t>& channel_ids, uint16_t count,
 using BlockAnswer = std::function<void(const hidl_vec<uint8_t>&, int32_t)>;
 
 /**
- * Answers the `size` bytes that `function` writes of an event. On purpose the block is not zeroed:
- * what the middleware wrote is known to the client from the layout, and by the contract the bytes
- * behind that have no defined value. Where memory is short `method` logs that and answers nothing.
+ * Answers with the `size` bytes that `function` writes about an event. The block is deliberately
+ * not zeroed: the client knows from the layout which bytes the middleware wrote, and by the
+ * contract the bytes after those have no defined value. If memory is short, that is logged for
+ * `method` and there is no answer.
  */
 Return<void> answerBlock(const BlockAnswer& callback,
                          int32_t (*function)(uint32_t, uint32_t, uint8_t*, uint32_t),
@@ -66,9 +68,9 @@ QORTVAPI_EVENT_QUERY_PARAMETER_T toMiddleware(
 }
 
 /**
- * Takes as many bytes of the genres as the client counts, also more than the eight there are: the
- * two records have the same layout, and what follows the genres in one follows them in the other.
- * A count that leads out of the records ends the process.
+ * Copies as many bytes from the first genre on as the client counts genres, even if these are more
+ * than the eight places: both records have the same layout, so that the fields after the genres are
+ * copied to the same fields. A count that leads beyond the end of the records ends the process.
  */
 QORTVAPI_QUERY_FILTER_INFORMATION_T toMiddleware(
         const HIDL_QORTVAPI_QUERY_FILTER_INFORMATION_T& filter, const char* method) {
@@ -96,7 +98,7 @@ QorTvApiEventImpl::QorTvApiEventImpl() {
     TVAPI_DEBUG("QorTvApiEventImpl");
 }
 
-// The active window: the channels shown, and their time.
+// The active window: the channels that a guide shows, and the span of time.
 
 Return<int32_t> QorTvApiEventImpl::a_hidl_a_qortvapi_event_setCurrentActiveWindow(
         const hidl_vec<uint32_t>& channel_ids, int64_t time, uint16_t count) {
@@ -131,7 +133,7 @@ Return<void> QorTvApiEventImpl::a_hidl_a_qortvapi_event_query_event_id_by_range(
     return Void();
 }
 
-// What there is to know of an event.
+// Properties of an event.
 
 Return<void> QorTvApiEventImpl::a_hidl_a_qortvapi_event_get_details_info(
         uint32_t channel_id, uint32_t event_id, uint32_t size,

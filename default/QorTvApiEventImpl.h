@@ -14,33 +14,33 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  *
- * Reads whose size the client chooses are not answered where there is no memory for them. Blocks of
- * bytes are answered at exactly that size; by the contract they are not zeroed, so what the
- * middleware does not write in them is whatever this process left in its memory.
+ * A read whose size the client chooses is not answered if there is no memory for it. A block of
+ * bytes is answered with exactly that size. It is not zeroed, which the contract allows: the bytes
+ * that the middleware does not write have whatever value this process left in its memory.
  */
 class QorTvApiEventImpl : public IQorTvApiEvent {
   public:
     QorTvApiEventImpl();
 
-    // The active window: the channels shown, and their time.
-    /** Returns -1 without a call where there is no channel, or `count` is not how many there are.
-     */
+    // The active window: the channels that a guide shows, and the span of time.
+    /** Returns -1, without calling the middleware, if `channel_ids` is empty or does not have
+     * `count` elements. */
     Return<int32_t> a_hidl_a_qortvapi_event_setCurrentActiveWindow(
             const hidl_vec<uint32_t>& channel_ids, int64_t time, uint16_t count) override;
-    /** Refuses the same. */
+    /** Returns -1 under the same conditions. */
     Return<int32_t> a_hidl_a_qortvapi_event_setCurrentActiveWindow_Ex(
             const hidl_vec<uint32_t>& channel_ids, int64_t start_time, int64_t end_time,
             uint16_t count) override;
     Return<int32_t> a_hidl_a_qortvapi_event_clear_active_win() override;
-    /** Answers the number that the middleware reports, and at most `maximum` ids. */
+    /** Answers with the number of events that the middleware reports, and at most `maximum` ids. */
     Return<void> a_hidl_a_qortvapi_event_query_event_id_by_range(
             uint32_t channel_id, int64_t start_time, int64_t end_time, uint16_t maximum,
             a_hidl_a_qortvapi_event_query_event_id_by_range_cb _hidl_cb) override;
 
-    // What there is to know of an event.
+    // Properties of an event.
     Return<void> a_hidl_a_qortvapi_event_get_details_info(
             uint32_t channel_id, uint32_t event_id, uint32_t size,
             a_hidl_a_qortvapi_event_get_details_info_cb _hidl_cb) override;
@@ -54,7 +54,7 @@ class QorTvApiEventImpl : public IQorTvApiEvent {
                                                      uint32_t event_id) override;
     Return<void> a_hidl_a_qortvapi_event_get_active_win_channel_num(
             a_hidl_a_qortvapi_event_get_active_win_channel_num_cb _hidl_cb) override;
-    /** Always `count` ids; those that the middleware does not write are 0. */
+    /** Answers with `count` ids in any case; those that the middleware does not write are 0. */
     Return<void> a_hidl_a_qortvapi_event_get_active_win_list(
             uint16_t count, a_hidl_a_qortvapi_event_get_active_win_list_cb _hidl_cb) override;
     Return<void> a_hidl_a_qortvapi_event_get_pf_event_id(
@@ -63,7 +63,7 @@ class QorTvApiEventImpl : public IQorTvApiEvent {
     Return<void> a_hidl_a_qortvapi_event_get_group_info(
             uint32_t channel_id, uint32_t event_id, uint32_t size,
             a_hidl_a_qortvapi_event_get_group_info_cb _hidl_cb) override;
-    /** Calls the function of get_details_extend_info: the middleware has none for series. */
+    /** Calls the function of get_details_extend_info: the middleware has no function for series. */
     Return<void> a_hidl_a_qortvapi_event_get_series_info(
             uint32_t channel_id, uint32_t event_id, uint32_t size,
             a_hidl_a_qortvapi_event_get_series_info_cb _hidl_cb) override;
@@ -74,7 +74,8 @@ class QorTvApiEventImpl : public IQorTvApiEvent {
     // Queries.
     Return<int32_t> a_hidl_a_qortvapi_event_set_query_parameter(
             const HIDL_QORTVAPI_EVENT_QUERY_PARAMETER_T& parameter) override;
-    /** As by range. A genre count that leads out of the filter ends the process. */
+    /** Answers as query_event_id_by_range does. A genre count that leads beyond the end of the
+     * filter record ends the process. */
     Return<void> a_hidl_a_qortvapi_event_query_event_id_by_filter(
             uint32_t channel_id, const HIDL_QORTVAPI_QUERY_FILTER_INFORMATION_T& filter,
             uint16_t maximum,

@@ -5,7 +5,6 @@
 #include <time.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <string>
 
 #include "hhandler/registration.h"
@@ -22,16 +21,8 @@ constexpr uint32_t kLastReadinessCheck = 2999;
 constexpr uint32_t kHandleCount = 4096;
 constexpr uint32_t kMemorySize = 12 << 20;
 
-QorTvApiImpl::CallbackHandlers sCallbackHandlers;  // guarded by sCallbackMutex
-std::mutex sCallbackMutex;
-std::atomic<uint64_t> sNextCookie{0};  // written under sCallbackMutex
-
 bool exists(const std::string& file) {
     return access(file.c_str(), F_OK) == 0;
-}
-
-unsigned long long printable(uint64_t cookie) {
-    return cookie;
 }
 
 }  // namespace
@@ -112,8 +103,8 @@ Return<void> QorTvApiImpl::initCallback() {
     hh_a_qortvapi_bml_init();
     hh_a_qortvapi_html_agent_init();
     hh_a_qortvapi_video_info_init();
-    // The CI module has its place twice in this order and registers nothing in either; its
-    // notifications are asked for by the applications.
+    // The CI module has two places in this order and registers nothing in either: applications ask
+    // for its notifications.
     hh_a_qortvapi_ci_init();
     hh_a_qortvapi_wakelock_init();
     hh_a_qortvapi_tts_init();
@@ -123,38 +114,16 @@ Return<void> QorTvApiImpl::initCallback() {
 }
 
 std::mutex& QorTvApiImpl::getCallbackMutex() {
-    return sCallbackMutex;
+    return implementation::getCallbackMutex();
 }
 
-QorTvApiImpl::CallbackHandlers& QorTvApiImpl::getCallbackHandlers() {
-    return sCallbackHandlers;
+CallbackHandlers& QorTvApiImpl::getCallbackHandlers() {
+    return implementation::getCallbackHandlers();
 }
 
 Return<void> QorTvApiImpl::setCallback(const sp<IQorTvApiCallback>& callback) {
-    TVAPI_DEBUG(".%p %llu", static_cast<void*>(callback.get()), printable(sNextCookie));
-    if (callback == nullptr) {
-        TVAPI_LOG("a client sent no callback object");
-        return ::android::hardware::Void();
-    }
-    std::lock_guard<std::mutex> lock(sCallbackMutex);
-    const uint64_t cookie = sNextCookie;
-    sCallbackHandlers[cookie] = callback;
-    const Return<bool> linked = callback->linkToDeath(mDeathRecipient, cookie);
-    // The entry stays: a client that is dead already fails every notification from now on.
-    if (!linked.isOk() || !linked) TVAPI_LOG("linkToDeath failed for %llu", printable(cookie));
-    ++sNextCookie;
+    implementation::setCallback(callback, mDeathRecipient);
     return ::android::hardware::Void();
-}
-
-void ClientDeathRecipient::serviceDied(uint64_t cookie,
-                                       const wp<::android::hidl::base::V1_0::IBase>&) {
-    TVAPI_LOG("serviceDied %llu", printable(cookie));
-    std::lock_guard<std::mutex> lock(sCallbackMutex);
-    for (auto entry = sCallbackHandlers.begin(); entry != sCallbackHandlers.end();) {
-        entry = entry->first == cookie ? sCallbackHandlers.erase(entry) : std::next(entry);
-    }
-    for (const auto& entry : sCallbackHandlers)
-        TVAPI_DEBUG("cblist %llu\n", printable(entry.first));
 }
 
 }  // namespace vendor::corvanta::tv::qortvapi::V1_0::implementation

@@ -1,6 +1,6 @@
 /**
- * The core TV interface, and the two things of the process that hang on it: the connection to the
- * middleware, brought up by the constructor, and the registry of the clients' callbacks.
+ * The core TV interface. Its constructor connects the process to the middleware, and through it the
+ * clients register their callbacks.
  */
 #pragma once
 
@@ -8,40 +8,31 @@
 #include <hidl/Status.h>
 #include <utils/StrongPointer.h>
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApi.h>
-#include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiCallback.h>
 
 #include <cstdint>
 #include <mutex>
-#include <unordered_map>
+
+#include "callback_registry.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
 using ::android::sp;
-using ::android::wp;
 using ::android::hardware::hidl_handle;
 using ::android::hardware::hidl_string;
 using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
-/** Drops a client from the registry when its process dies. One object serves every client. */
-struct ClientDeathRecipient : public ::android::hardware::hidl_death_recipient {
-    /** Called on a transport thread with the cookie that the client was registered under. */
-    void serviceDied(uint64_t cookie, const wp<::android::hidl::base::V1_0::IBase>& who) override;
-};
-
+/** The methods of a family are in QorTvApiImpl<Family>.cpp. */
 class QorTvApiImpl : public IQorTvApi {
   public:
-    using CallbackHandlers = std::unordered_map<uint64_t, sp<IQorTvApiCallback>>;
-
     /**
      * Waits until the middleware is ready (at most some 90 seconds), connects to it and registers
      * the notification handlers. A failure is logged and leaves a service without a middleware.
      */
     QorTvApiImpl();
 
-    /** The mutex of the registry. Held by every notification handler while it calls the clients. */
+    /** The registry of the clients' callbacks: see callback_registry.h. */
     static std::mutex& getCallbackMutex();
-    /** The registered clients by cookie. The caller holds the mutex while it uses the map. */
     static CallbackHandlers& getCallbackHandlers();
 
     Return<void> setCallback(const sp<IQorTvApiCallback>& callback) override;
@@ -127,7 +118,7 @@ class QorTvApiImpl : public IQorTvApi {
     Return<void> a_hidl_a_qortvapi_network_get_eth_wol_ctrl(
             a_hidl_a_qortvapi_network_get_eth_wol_ctrl_cb _hidl_cb) override;
 
-    // Special mode: reserved, answered with 0.
+    // Special mode: reserved. Returns 0.
     Return<int32_t> a_hidl_a_qortvapi_enter_special_mode(uint32_t mode) override;
     Return<int32_t> a_hidl_a_qortvapi_quit_special_mode(uint32_t mode) override;
     Return<int32_t> a_hidl_a_qortvapi_query_special_mode_status(uint32_t mode) override;
@@ -168,7 +159,7 @@ class QorTvApiImpl : public IQorTvApi {
     Return<int32_t> a_hidl_a_qortvapi_analogcc_get_CCString() override;
     Return<int32_t> a_hidl_a_qortvapi_analogcc_set_visible(bool visible) override;
 
-    // HbbTV audio and languages: the two browser families.
+    // HbbTV audio and languages, of two browsers; see hhandler/hh_hbbtv.h.
     Return<int32_t> a_hidl_c_opera_hbbtv_stm_set_audio(uint16_t index) override;
     Return<void> a_hidl_c_opera_hbbtv_stm_get_audio(
             a_hidl_c_opera_hbbtv_stm_get_audio_cb _hidl_cb) override;

@@ -31,7 +31,7 @@ HIDL_QORTVAPI_INPUT_SOURCE_RECORD_T toInterface(const QORTVAPI_INPUT_SOURCE_RECO
     return source;
 }
 
-/** Answers the name that `read` writes to its argument, then logs it for `method`. */
+/** Answers with the name that `read` writes to its argument, then logs it for `method`. */
 template <typename Callback, typename Read>
 Return<void> answerName(const Callback& callback, const Read& read,
                         const char* method = __builtin_FUNCTION(), int line = __builtin_LINE()) {

@@ -1,4 +1,4 @@
-/** The set's input sources. */
+/** The input sources of the television. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -14,8 +14,8 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiInputSrcImpl : public IQorTvApiInputSrc {
   public:
@@ -32,7 +32,7 @@ class QorTvApiInputSrcImpl : public IQorTvApiInputSrc {
             a_hidl_a_qortvapi_inputsource_get_gpioid_byidx_cb _hidl_cb) override;
     Return<int32_t> a_hidl_a_qortvapi_inputsource_get_hybrid_video_internal_id() override;
     Return<int32_t> a_hidl_a_qortvapi_inputsource_get_hybrid_comp_internal_id() override;
-    /** The low byte of what the middleware returns. */
+    /** Returns the low byte of the number that the middleware returns. */
     Return<uint8_t> a_hidl_a_qortvapi_inputsource_get_sourcetotalnum() override;
     Return<void> a_hidl_a_qortvapi_inputsource_get_sharepinrec_byidx(
             int32_t index,
@@ -40,8 +40,8 @@ class QorTvApiInputSrcImpl : public IQorTvApiInputSrc {
     Return<void> a_hidl_a_qortvapi_inputsource_get_sourcerec_byidx(
             int32_t index, a_hidl_a_qortvapi_inputsource_get_sourcerec_byidx_cb _hidl_cb) override;
 
-    // Names. The middleware is told `length` as it is, and has room for 256 bytes whatever that
-    // says.
+    // Names. The middleware is told `length` as the client sent it. Its buffer holds 256 bytes,
+    // however large `length` is.
     Return<void> a_hidl_a_qortvapi_inputsource_get_currentsourcename(
             uint32_t length,
             a_hidl_a_qortvapi_inputsource_get_currentsourcename_cb _hidl_cb) override;

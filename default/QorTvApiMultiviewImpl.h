@@ -14,8 +14,8 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiMultiviewImpl : public IQorTvApiMultiview {
   public:

@@ -9,8 +9,8 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-// The room that the middleware has for a text, in bytes, its NUL included.
-constexpr size_t kNameSize = 257;  // also of paths, and of every text by path
+// Sizes of the buffers for the texts that the middleware writes, in bytes with the NUL.
+constexpr size_t kNameSize = 257;  // of names and paths, and of every text that is read by path
 constexpr size_t kDateSize = 16;
 constexpr size_t kTimeSize = 16;
 constexpr size_t kWeekDaySize = 6;
@@ -26,7 +26,7 @@ Return<void> answerText(const Callback& callback, int32_t (*function)(Recording,
     return Void();
 }
 
-/** Answers with the number that `function` writes for `recording`, widened with its sign. */
+/** Answers with the number that `function` writes for `recording`, sign-extended. */
 template <typename Callback, typename Recording>
 Return<void> answerWide(const Callback& callback, int32_t (*function)(Recording, int32_t*),
                         Recording recording) {

@@ -1,4 +1,4 @@
-/** The recordings on the disk, by their files' paths or by their places in the list, from 0. */
+/** The recordings on the disk, by the path of the file or by the index in the list, from 0. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -14,10 +14,10 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix, but for one. Numbers of 64
- * bits are the middleware's of 32, widened with their sign: -1 is all ones. A text is as long as
- * the middleware's buffer for it allows, the NUL left out. No state: any thread, any number at a
- * time.
+ * Each method, with one exception, calls the middleware function of its name without the prefix
+ * `a_hidl_`. Numbers of 64 bits are the middleware's signed numbers of 32 bits, sign-extended: -1
+ * becomes all ones. A text has at most the characters that fit in the middleware's buffer for it.
+ * There is no state: any number of threads may call at a time.
  */
 class QorTvApiPvrbrowserImpl : public IQorTvApiPvrbrowser {
   public:
@@ -111,7 +111,8 @@ class QorTvApiPvrbrowserImpl : public IQorTvApiPvrbrowser {
     Return<void> a_hidl_a_qortvapi_mmp_get_pvr_browser_first_rating_by_index(
             int32_t index,
             a_hidl_a_qortvapi_mmp_get_pvr_browser_first_rating_by_index_cb _hidl_cb) override;
-    /** The first rating by path: there is no function for the retention by path. */
+    /** Calls the function for the first rating by path: the middleware has none for the retention
+     * by path. */
     Return<void> a_hidl_a_qortvapi_mmp_get_pvr_browser_retention_by_path(
             const hidl_string& path,
             a_hidl_a_qortvapi_mmp_get_pvr_browser_retention_by_path_cb _hidl_cb) override;

@@ -14,7 +14,7 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-// Flags. A client's come as it wrote them, which need be neither 0 nor 1: they are only copied.
+// Flags. The bytes that a client sends may be other than 0 and 1, so they are copied as bytes.
 
 US_TV_RATING_BLOCK_T toMiddleware(const HIDL_US_TV_Rating_BLOCK_T& block) {
     static_assert(sizeof(HIDL_US_TV_Rating_BLOCK_T) == sizeof(US_TV_RATING_BLOCK_T));
@@ -31,7 +31,7 @@ HIDL_US_TV_Rating_BLOCK_T toInterface(const US_TV_RATING_BLOCK_T& block) {
     return result;
 }
 
-// Rating tables that the broadcast brings.
+// Rating tables that are broadcast.
 
 constexpr size_t kOpenVchipInfoSize = 64;
 
@@ -65,15 +65,15 @@ HIDL_Open_Vchip_Block_Data_T toInterface(const OPEN_VCHIP_BLOCK_DATA_T& block) {
 // Ratings of programmes.
 
 /**
- * What the list of one request may take, in bytes. A list is made until its memory is at an end:
- * without a limit one request would take all that the television has. This one leaves room for
- * thousands of nodes, and twenty requests at a time stay below 100 MiB.
+ * How much memory the list of one request may take, in bytes. A list grows until its memory is used
+ * up: without a limit one request would take all the memory of the television. This limit allows
+ * thousands of nodes, and keeps twenty requests at a time below 100 MiB.
  */
 constexpr size_t kRatingListBudget = 4 << 20;
-/** What a block takes beside its bytes: the allocator's own data, and rounding. */
+/** Bytes that an allocated block takes besides its own: the allocator's data, and rounding. */
 constexpr size_t kBlockOverhead = 16;
 
-/** A list for the middleware, each node in front of the one made before it. */
+/** A list for the middleware. A new node goes to the front. */
 class RatingList {
   public:
     RatingList() = default;
@@ -88,7 +88,7 @@ class RatingList {
     RatingList(const RatingList&) = delete;
     RatingList& operator=(const RatingList&) = delete;
 
-    /** Adds a node for `rating`; false, and nothing is added, where there is no memory for it. */
+    /** Adds a node for `rating`. Returns false, and adds nothing, if there is no memory for it. */
     bool add(const HIDL_EVCTX_ATSC_RATING_LIST_T& rating) {
         auto* node = take<RatingListNode>(1);
         if (node == nullptr) return false;
@@ -115,7 +115,8 @@ class RatingList {
     const RatingListNode* head() const { return mHead; }
 
   private:
-    /** Zeroed memory for `count` elements, out of the budget; null where there is none. */
+    /** Returns zeroed memory for `count` elements, which counts against the budget; null if there
+     * is none. */
     template <typename T>
     T* take(size_t count) {
         const size_t size = count * sizeof(T) + kBlockOverhead;
@@ -123,7 +124,7 @@ class RatingList {
         mBudget -= size;
         return static_cast<T*>(zeroedMemory(static_cast<int64_t>(count), sizeof(T)));
     }
-    /** Frees a node with as much as it has of a name and entries; false. */
+    /** Frees a node with its name and entries, as far as it has them. Returns false. */
     static bool discard(const RatingListNode* node) {
         free(const_cast<char*>(node->s_name));
         free(const_cast<RatingListEntry*>(node->at_entry));
@@ -210,7 +211,7 @@ Return<int32_t> QorTvApiRatingImpl::a_hidl_a_qortvapi_rating_set_enable(uint8_t 
     return a_qortvapi_rating_set_enable(enabled);
 }
 
-// Rating tables that the broadcast brings.
+// Rating tables that are broadcast.
 
 Return<void> QorTvApiRatingImpl::a_hidl_a_qortvapi_rating_get_op_vchip_avail(
         a_hidl_a_qortvapi_rating_get_op_vchip_avail_cb _hidl_cb) {
@@ -288,8 +289,8 @@ Return<void> QorTvApiRatingImpl::a_hidl_a_qortvapi_rating_convert_rating_info(
         TVAPI_LOG("Alloc memore fail!!!!\n");
         return Void();
     }
-    // Every node is made from the first rating, and there is a next one until memory is at an end:
-    // clients were built against a service that never goes on to the second.
+    // Every node is made from the first rating, until the memory is used up: clients rely on a
+    // service that never goes on to the second rating.
     RatingList list;
     while (list.add(ratings[0])) {
         if (ratings[0].entries.size() != 0) TVAPI_DEBUG("Warning:list exceed!!!!\n");

@@ -14,18 +14,18 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiRatingImpl : public IQorTvApiRating {
   public:
     QorTvApiRatingImpl();
 
     // United States and Canada.
-    /** A byte of the middleware's that is not 0 is true. */
+    /** A byte of the middleware's record that is not 0 becomes true. */
     Return<void> a_hidl_a_qortvapi_rating_get_us_tv_setting_info(
             a_hidl_a_qortvapi_rating_get_us_tv_setting_info_cb _hidl_cb) override;
-    /** Passes the bytes of `block` on as they came. */
+    /** Passes the bytes of `block` on as the client sent them. */
     Return<int32_t> a_hidl_a_qortvapi_rating_set_us_tv_setting_info(
             const HIDL_US_TV_Rating_BLOCK_T& block) override;
     Return<void> a_hidl_a_qortvapi_rating_get_us_movie_setting_info(
@@ -46,13 +46,13 @@ class QorTvApiRatingImpl : public IQorTvApiRating {
             a_hidl_a_qortvapi_rating_get_us_tv_group_by_child_cb _hidl_cb) override;
     Return<int32_t> a_hidl_a_qortvapi_rating_set_enable(uint8_t enabled) override;
 
-    // Rating tables that the broadcast brings.
+    // Rating tables that are broadcast.
     Return<void> a_hidl_a_qortvapi_rating_get_op_vchip_avail(
             a_hidl_a_qortvapi_rating_get_op_vchip_avail_cb _hidl_cb) override;
     Return<void> a_hidl_a_qortvapi_rating_get_op_vchip_info(
             const HIDL_Open_Vchip_Key_Param_T& key,
             a_hidl_a_qortvapi_rating_get_op_vchip_info_cb _hidl_cb) override;
-    /** Only the numbers of `block` go to the middleware. */
+    /** The middleware gets the three numbers of `block`, not its array. */
     Return<void> a_hidl_a_qortvapi_rating_get_op_vchip_setting_info(
             const HIDL_Open_Vchip_Block_Data_T& block,
             a_hidl_a_qortvapi_rating_get_op_vchip_setting_info_cb _hidl_cb) override;
@@ -73,10 +73,10 @@ class QorTvApiRatingImpl : public IQorTvApiRating {
 
     // Ratings of programmes.
     /**
-     * Hands the middleware a list whose nodes are all made from the first of `ratings`, and all
-     * their entries from its first entry, zeros where it has none. There are as many nodes as
-     * memory is found for, and 4 MiB at most; none are handed over as a null pointer. Does not
-     * answer where `ratings` is empty.
+     * Hands the middleware a list in which every node is a copy of the first of `ratings`, and
+     * every entry of a node a copy of its first entry, or zero if it has none. The list has as many
+     * nodes as there is memory for, at most 4 MiB; without memory for one it is a null pointer.
+     * There is no answer if `ratings` is empty.
      */
     Return<void> a_hidl_a_qortvapi_rating_convert_rating_info(
             const hidl_vec<HIDL_EVCTX_ATSC_RATING_LIST_T>& ratings,

@@ -1,4 +1,4 @@
-/** Recording. */
+/** Recording: recordings by their handles, the disk, schedules. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -14,8 +14,8 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiRecordImpl : public IQorTvApiRecord {
   public:
@@ -29,12 +29,13 @@ class QorTvApiRecordImpl : public IQorTvApiRecord {
     Return<int32_t> a_hidl_a_qortvapi_pvr_get_booking_count() override;
 
     // Files and disk. Sizes are MiB.
-    /** Passes `length` on as it is; the name has 256 bytes at most, whatever it says. */
+    /** Passes `length` on unchanged. The buffer holds 256 bytes, however large `length` is. */
     Return<void> a_hidl_a_qortvapi_record_pvr_get_recording_file_name(
             uint32_t recording, uint32_t length,
             a_hidl_a_qortvapi_record_pvr_get_recording_file_name_cb _hidl_cb) override;
     Return<int32_t> a_hidl_a_qortvapi_record_create_register_file(const hidl_string& path) override;
-    /** `registered` goes by reference; what is written there is lost. */
+    /** The middleware gets a reference to `registered`; the client does not learn what it writes.
+     */
     Return<int32_t> a_hidl_a_qortvapi_record_check_register_file(const hidl_string& path,
                                                                  bool registered) override;
     Return<int32_t> a_hidl_a_qortvapi_record_pvr_get_error_id(uint32_t recording) override;
@@ -61,19 +62,18 @@ class QorTvApiRecordImpl : public IQorTvApiRecord {
     Return<int32_t> a_hidl_a_qortvapi_record_pvr_get_status(uint32_t recording) override;
     Return<int32_t> a_hidl_a_qortvapi_record_pvr_get_source_type(uint32_t recording) override;
     Return<int32_t> a_hidl_a_qortvapi_record_pvr_get_current_handle() override;
-    /** Ends the process where there is no memory for `length` bytes and a NUL. */
+    /** Ends the process if there is no memory for `length` bytes and a NUL. */
     Return<void> a_hidl_a_qortvapi_record_pvr_get_disk(
             uint32_t disk, uint32_t length,
             a_hidl_a_qortvapi_record_pvr_get_disk_cb _hidl_cb) override;
 
     // Schedules: records of 248 bytes.
-    /** Of a `record` that is longer the first 248 bytes count; a shorter one is followed by zeros.
-     */
+    /** Only the first 248 bytes of a longer `record` count; a shorter one is filled with zeros. */
     Return<int32_t> a_hidl_a_qortvapi_set_schedule_record(const hidl_vec<uint8_t>& record,
                                                           int32_t operation) override;
     Return<void> a_hidl_a_qortvapi_get_schedule_record(
             int32_t index, a_hidl_a_qortvapi_get_schedule_record_cb _hidl_cb) override;
-    /** Sources of 72 bytes at most: a longer one ends the process. */
+    /** A source has at most 72 bytes; a longer one ends the process. */
     Return<bool> a_hidl_a_qortvapi_record_pvr_chk_src_conflict(
             const hidl_vec<uint8_t>& source, const hidl_vec<uint8_t>& other_source) override;
     Return<int32_t> a_hidl_a_qortvapi_record_pvr_set_disk(

@@ -37,8 +37,8 @@ AP_SB_NTSC_SCAN_DATA_T toMiddleware(const HIDL_AP_SB_NTSC_SCAN_DATA_T& data) {
 
 using ScanEngine = int32_t (*)(int32_t*, uint32_t);
 
-/** Answers what `engine` leaves of a copy of `data`, failed or not, then logs its result for
- * `method`. */
+/** Answers with the copy of `data` that `engine` worked on, whether it failed or not, then logs its
+ * result for `method`. */
 template <typename Callback>
 Return<void> exchange(const Callback& callback, ScanEngine engine, const hidl_vec<int32_t>& data,
                       const char* method = __builtin_FUNCTION(), int line = __builtin_LINE()) {

@@ -14,8 +14,8 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 
 /**
- * Each method is the middleware function of its name, less the prefix. No state: any thread, any
- * number at a time.
+ * Each method calls the middleware function of its name without the prefix `a_hidl_`. There is no
+ * state: any number of threads may call at a time.
  */
 class QorTvApiScanImpl : public IQorTvApiScan {
   public:
@@ -23,7 +23,7 @@ class QorTvApiScanImpl : public IQorTvApiScan {
 
     // Control.
     Return<int32_t> a_hidl_a_qortvapi_scan_select_crnt_or_first_channel(bool first) override;
-    /** True where the middleware returns 1, and nothing else. */
+    /** Returns true if the middleware returns 1, false for any other value. */
     Return<bool> a_hidl_a_qortvapi_is_scan_active() override;
     Return<int32_t> a_hidl_a_qortvapi_start_scan(int32_t medium, int32_t scan_type,
                                                  bool clear) override;
@@ -38,8 +38,8 @@ class QorTvApiScanImpl : public IQorTvApiScan {
     Return<int32_t> a_hidl_a_qortvapi_set_ntsc_scan_param(
             int32_t medium, int32_t scan_type, const HIDL_AP_SB_NTSC_SCAN_DATA_T& data) override;
 
-    // Exchange of numbers with the scan engine of a delivery system: as many come back as were
-    // sent, also where the engine fails.
+    // Exchange of numbers with the scan engine of a delivery system. The answer has as many numbers
+    // as the client sent, even if the engine fails.
     Return<void> a_hidl_a_qortvapi_atsc_exchange_data(
             const hidl_vec<int32_t>& data,
             a_hidl_a_qortvapi_atsc_exchange_data_cb _hidl_cb) override;
@@ -54,8 +54,8 @@ class QorTvApiScanImpl : public IQorTvApiScan {
             const hidl_vec<int32_t>& data,
             a_hidl_a_scan_pal_secam_exchange_data_cb _hidl_cb) override;
 
-    // Exchange as above, but none come back where the engine fails; and texts that the middleware
-    // rewrites. See hhandler/hh_qortvapi_scan.h.
+    // Exchange as above, but with no numbers in the answer if the engine fails; and texts that the
+    // middleware rewrites. See hhandler/hh_qortvapi_scan.h.
     Return<void> a_hidl_a_scan_dvbs_exchange_data(
             const hidl_vec<int32_t>& data, a_hidl_a_scan_dvbs_exchange_data_cb _hidl_cb) override;
     Return<void> a_hidl_a_qortvapi_get_user_message(

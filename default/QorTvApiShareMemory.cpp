@@ -15,8 +15,9 @@
 namespace qortvapi {
 namespace {
 
-// A region up to this size is mapped with all its pages at once: one by one, while the middleware
-// writes, they would cost more than the writing. A larger one need not be written to its end.
+// A region up to this size, in bytes, is mapped with all its pages at once: page faults while the
+// middleware writes would cost more than the writing. A larger region may not be written to its
+// end.
 constexpr uint32_t kPopulateLimit = 16 << 20;
 
 }  // namespace
@@ -49,9 +50,9 @@ QorTvApiShareMemory::~QorTvApiShareMemory() {
     TVAPI_DEBUG("~");
 }
 
-// A dma-buf refuses to be mapped beyond its end. A file does not: its last page can be written to
-// the page's end, but the pages behind would fault, and take the service with them. So that the
-// file does not become shorter after the look either, a memory file that can be sealed is sealed.
+// Returns whether the region has pages that the file lacks. A dma-buf cannot be mapped beyond its
+// end, a file can: an access to a page beyond its last one would end the service with a signal. A
+// memory file is sealed where possible, so that it cannot be shortened after this check.
 bool QorTvApiShareMemory::endsPagesBeforeRegion() const {
     fcntl(m_share_fd, F_ADD_SEALS, F_SEAL_SHRINK);
     struct stat buffer = {};

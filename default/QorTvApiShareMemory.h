@@ -9,31 +9,33 @@
 namespace qortvapi {
 
 /**
- * Construct, `getPointer` once, let the middleware write, `commit`. What is written is visible to
- * the client at once. One thread at a time.
+ * Used in this order: constructor, `getPointer`, the middleware writes, `commit`. The client sees
+ * the bytes as soon as they are written. One thread at a time.
  */
 class QorTvApiShareMemory {
   public:
     /**
      * Opens the buffer device and imports the first descriptor of `handle`, which is copied.
-     * `size`, in bytes, is what will be mapped, whatever the buffer holds. A failure is logged.
+     * `size` is the number of bytes that will be mapped, whatever the size of the buffer. A failure
+     * is logged.
      */
     QorTvApiShareMemory(const ::android::hardware::hidl_handle& handle, uint32_t size);
     ~QorTvApiShareMemory();
     QorTvApiShareMemory(const QorTvApiShareMemory&) = delete;
     QorTvApiShareMemory& operator=(const QorTvApiShareMemory&) = delete;
 
-    /** 0 once the device is open, also when the import failed; negative: the region is unusable. */
+    /** Returns 0 if the device is open, even if the import failed. Negative: the region is
+     * unusable. */
     int32_t getStatus() const { return m_status; }
 
-    /** Whether there is a buffer to map: false without a device, for a handle without a descriptor,
-     * and after the commit. */
+    /** Returns whether there is a buffer to map: false without a device, for a handle without a
+     * descriptor, and after the commit. */
     bool hasDescriptor() const { return m_share_fd >= 0; }
 
     /**
-     * Maps the buffer, readable, writable and shared, and returns its address, the same one in each
-     * further call. Returns null on failure, also for a file that lacks one of the region's pages;
-     * further calls then return the failed mapping's value.
+     * Maps the buffer, readable, writable and shared, and returns its address. Further calls return
+     * the same address. Returns null on failure, also for a file that ends before the region's last
+     * page; further calls then return MAP_FAILED.
      */
     void* getPointer();
 
@@ -45,7 +47,7 @@ class QorTvApiShareMemory {
     bool endsPagesBeforeRegion() const;
 
     int32_t m_ion_fd = -1;
-    int32_t m_share_fd = -1;  // the handle's, closed with it
+    int32_t m_share_fd = -1;  // belongs to m_handle, which closes it
     ::android::hardware::hidl_handle m_handle;
     uint32_t m_size;
     ion_user_handle_t m_ion_handle = -1;

@@ -41,7 +41,7 @@ HIDL_DTG_T toInterface(const DTG_T& date_time) {
 
 DT_BRDCST_STATUS_T toMiddleware(const HIDL_DT_BRDCST_STATUS_T& status) {
     DT_BRDCST_STATUS_T result = {};
-    // The flags as bytes: a client may have sent others than 0 and 1.
+    // The flags are copied as bytes: a client may have sent values other than 0 and 1.
     static_assert(sizeof(status.tdt_received) == 1 && sizeof(status.tot_received) == 1);
     memcpy(&result.b_tdt_received, &status.tdt_received, 1);
     memcpy(&result.b_tot_received, &status.tot_received, 1);
@@ -64,8 +64,8 @@ HIDL_DT_BRDCST_STATUS_T toInterface(const DT_BRDCST_STATUS_T& status) {
 }
 
 /**
- * Calls `function` with `inputs` and `record`, which it may rewrite, and hands `callback` the
- * record and what the function returned.
+ * Calls `function` with `inputs` and `record`, which it may rewrite, and hands the record and the
+ * returned value to `callback`.
  */
 template <typename Callback, typename Function, typename Record, typename... Inputs>
 Return<void> answerRecord(const Callback& callback, Function function, Record record,
@@ -130,7 +130,7 @@ Return<bool> QorTvApiTimeImpl::a_hidl_a_qortvapi_time_is_time_editable() {
     return a_qortvapi_time_is_time_editable() != 0;
 }
 
-// Time zone and offset: seconds east of Greenwich.
+// Time zone and offset.
 
 Return<int64_t> QorTvApiTimeImpl::a_hidl_a_qortvapi_time_get_time_zone() {
     TVAPI_DEBUG("Enter.");
@@ -211,7 +211,7 @@ Return<int32_t> QorTvApiTimeImpl::a_hidl_a_qortvapi_time_update_local_time(
     return a_qortvapi_time_update_local_time(date.c_str(), time.c_str());
 }
 
-// Sleep timer: minutes; what remains, seconds.
+// Sleep timer.
 
 Return<int32_t> QorTvApiTimeImpl::a_hidl_a_qortvapi_time_get_sleep_timer() {
     TVAPI_DEBUG("Enter.");
@@ -246,8 +246,8 @@ Return<void> QorTvApiTimeImpl::a_hidl_c_dt_utc_sec_to_loc_dtg(
 Return<void> QorTvApiTimeImpl::a_hidl_c_dt_get_utc(uint16_t status, int32_t milliseconds,
                                                    a_hidl_c_dt_get_utc_cb _hidl_cb) {
     TVAPI_DEBUG("Enter.");
-    // Unlike in time_get_utc_time the client gets back what it sent, as clients were written
-    // against.
+    // Unlike in time_get_utc_time, the client gets back the status that it sent: clients rely on
+    // that.
     uint16_t status_for_middleware = status;
     const int64_t seconds = c_dt_get_utc(&status_for_middleware, &milliseconds);
     _hidl_cb(status, milliseconds, seconds);

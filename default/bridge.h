@@ -1,8 +1,9 @@
 /**
- * What turns an interface method into a call of the middleware function that it is named after.
- * Only the arrays whose size the client chooses are allocated: other outputs and record images live
- * on the stack of the method, and the transport copies what it is handed while the result callback
- * runs.
+ * The means by which an interface method calls the middleware function that it is named after. To
+ * answer a request is to call its result callback, with the outputs first and the result last.
+ *
+ * Only arrays whose size the client chooses are allocated: other outputs and record images live on
+ * the stack of the method, and the transport copies them while the result callback runs.
  */
 #pragma once
 
@@ -25,14 +26,14 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 using ::android::hardware::Void;
 
-/** Zeroed memory for `count` elements of `size` bytes, with a byte of 0 behind it, to free(); null
- * where there is none, and where it would be more than 32 bits can say. */
+/** Returns zeroed memory for `count` elements of `size` bytes with a byte of 0 after them; the
+ * caller frees it with free(). Null if there is none, or if the size does not fit in 32 bits. */
 void* zeroedMemory(int64_t count, size_t size);
 
 /** Ends the process: there is no memory for an array that `method` cannot do without. */
 [[noreturn]] void endForLackOfMemory(int64_t count, size_t size, const char* method);
 
-/** A vector that refers to `count` elements at `data`, which must outlive it. */
+/** Returns a vector that refers to `count` elements at `data`, which must outlive it. */
 template <typename T>
 hidl_vec<T> borrowedVector(T* data, size_t count) {
     hidl_vec<T> borrowed;
@@ -40,19 +41,19 @@ hidl_vec<T> borrowedVector(T* data, size_t count) {
     return borrowed;
 }
 
-/** A vector that refers to `length` bytes at `data`, which must outlive it. */
+/** Returns a vector that refers to `length` bytes at `data`, which must outlive it. */
 inline hidl_vec<uint8_t> borrowedBytes(const void* data, size_t length) {
     return borrowedVector(static_cast<uint8_t*>(const_cast<void*>(data)), length);
 }
 
-/** A text that refers to `text` up to its first NUL; it must outlive the result. */
+/** Returns a text that refers to `text` up to its first NUL; `text` must outlive it. */
 inline hidl_string borrowedText(const char* text) {
     hidl_string borrowed;
     borrowed.setToExternal(text, strlen(text));
     return borrowed;
 }
 
-/** A buffer for a text of at most `Size` bytes, zeroed; reaches the client up to its first NUL. */
+/** A zeroed buffer for a text of at most `Size` bytes. The client gets it up to the first NUL. */
 template <size_t Size>
 class FixedText {
   public:
@@ -61,12 +62,12 @@ class FixedText {
     hidl_string forClient() const { return borrowedText(mText); }
 
   private:
-    char mText[Size + 1] = {};  // the last byte is never handed out, so there is always a NUL
+    char mText[Size + 1] = {};  // the last byte, which size() leaves out, remains a NUL
 };
 
 /**
- * A zeroed array of a size that the client chose. Where memory is short, or the size is more than
- * the middleware's 32 bits can say, the process ends; a buffer that is `optional` is null instead.
+ * A zeroed array of a size that the client chose. If memory is short, or the size does not fit in
+ * the 32 bits of the middleware, the process ends (kRequired) or the array is null (kOptional).
  */
 template <typename T>
 class CallerArray {
@@ -88,12 +89,12 @@ class CallerArray {
     CallerArray& operator=(const CallerArray&) = delete;
 
     T* data() const { return mData; }
-    /** Frees it before its time. */
+    /** Frees the array before the end of its scope. */
     void clear() { free(std::exchange(mData, nullptr)); }
     /**
-     * How many elements to answer with when the middleware reports `reported`. It may know of more
-     * than were asked for and report them all: the client learns the number, and gets what there is
-     * memory for.
+     * Returns how many elements to answer with when the middleware reports `reported`. It may
+     * report more than the client asked for: the client then learns that number, and gets the
+     * elements that it asked for.
      */
     size_t held(size_t reported) const { return std::min(reported, static_cast<size_t>(mCount)); }
 
@@ -103,8 +104,8 @@ class CallerArray {
 };
 
 /**
- * What a client sent beside a number of its own of how many there are. The middleware is told that
- * number and may read as many: where fewer were sent, it gets a copy with zeros behind them.
+ * An array that a client sent together with a count. The middleware is told the count and may read
+ * as many elements: if the client sent fewer, it gets a copy that is filled up with zeros.
  */
 template <typename T>
 class SentArray {
@@ -128,7 +129,8 @@ class SentArray {
     T* mPadded = nullptr;
 };
 
-/** A buffer for a text of `length` bytes and its NUL; reaches the client up to its first NUL. */
+/** A zeroed buffer for a text of `length` bytes and a NUL. The client gets it up to the first NUL.
+ */
 class CallerText : public CallerArray<char> {
   public:
     explicit CallerText(int64_t length, const char* method = __builtin_FUNCTION())
@@ -136,11 +138,11 @@ class CallerText : public CallerArray<char> {
     hidl_string forClient() const { return borrowedText(data()); }
 };
 
-/** Ends the process: `method` was sent `length` bytes for a block of `size`. */
+/** Ends the process: the client of `method` sent `length` bytes for a block of `size`. */
 [[noreturn]] void refuseOversizedImage(size_t length, size_t size, const char* method);
 
-/** Copies what a client sent to the start of a block of `size` bytes; more than that ends the
- * process. */
+/** Copies `bytes`, which a client sent, to the start of a block of `size` bytes. The process ends
+ * if they do not fit. */
 inline void boundedCopy(void* block, size_t size, const hidl_vec<uint8_t>& bytes,
                         const char* method = __builtin_FUNCTION()) {
     if (bytes.size() > size) refuseOversizedImage(bytes.size(), size, method);
@@ -148,8 +150,8 @@ inline void boundedCopy(void* block, size_t size, const hidl_vec<uint8_t>& bytes
 }
 
 /**
- * A record that a client sent as bytes: zeroed, then filled by a bounded copy. A vector shorter
- * than the record leaves its tail zero; a longer one ends the process.
+ * A record that a client sent as bytes. If there are fewer bytes than the record has, the rest of
+ * it is zero; more bytes end the process.
  */
 template <typename Record>
 class InputImage {
@@ -164,7 +166,8 @@ class InputImage {
     Record mRecord{};
 };
 
-/** An output of a middleware function, zero until it is written. A scalar is answered as it is. */
+/** An output of a middleware function, zero until it is written. A scalar is answered as a number.
+ */
 template <typename T, bool IsRecord = std::is_class_v<T>>
 class Output {
   public:
@@ -175,7 +178,7 @@ class Output {
     T mValue{};
 };
 
-/** A record is answered as a vector over all its bytes, written by the middleware or not. */
+/** A record is answered as a vector of all its bytes. */
 template <typename T>
 class Output<T, true> {
   public:
@@ -204,9 +207,9 @@ Return<void> answerWithOutputs(const Callback& callback, Result (*function)(Para
 }
 
 /**
- * Calls `function` with `inputs` followed by its outputs, which are zeroed before, and hands the
- * outputs and then the result to `callback`. What `function` takes after the inputs are pointers to
- * its outputs.
+ * Calls `function` with `inputs` and then pointers to its outputs, which are zero before the call,
+ * and answers with the outputs and the result. The parameters of `function` after the inputs are
+ * the pointers to its outputs.
  */
 template <typename Callback, typename Result, typename... Parameters, typename... Inputs>
 Return<void> answer(const Callback& callback, Result (*function)(Parameters...),
@@ -218,8 +221,8 @@ Return<void> answer(const Callback& callback, Result (*function)(Parameters...),
 }
 
 /**
- * The same for a function whose one output is a flag: a byte, which the client receives as true
- * where it is not 0.
+ * The same for a function whose only output is a flag: a byte, which the client receives as true if
+ * it is not 0.
  */
 template <typename Callback, typename Result, typename... Parameters, typename... Inputs>
 Return<void> answerFlag(const Callback& callback, Result (*function)(Parameters...),

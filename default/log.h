@@ -9,8 +9,8 @@
 #include <cstdint>
 
 /**
- * The debug switch: debug lines are written only while it is not 0. It is 1 until start-up
- * stores what the customisation library says, before any other thread exists.
+ * The debug switch: debug lines are written only while it is not 0. It is 1 until start-up stores
+ * the debug level of the customisation library, before any other thread exists.
  */
 extern uint8_t mTvApiDebug;
 

@@ -5,7 +5,7 @@
 
 int main() {
     using namespace vendor::corvanta::tv::qortvapi::V1_0::implementation;
-    Services services = startServices();  // NOLINT: read where the join returns
+    Services services = startServices();  // NOLINT: read after the join
     ::android::hardware::joinRpcThreadpool();
     // Not reached while the service works.
     releaseInReverse(services);

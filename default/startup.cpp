@@ -33,9 +33,8 @@ using ::android::status_t;
 
 constexpr size_t kMaxRpcThreads = 20;
 
-/** Creates an implementation and registers it. `failure` is a format for the
- * registration's status.
- */
+/** Creates an implementation and registers it. `failure` is the format of the message that ends the
+ * process, with the registration's status; `success` is logged otherwise. */
 template <typename Implementation>
 sp<Implementation> publish(const char* failure, const char* success) {
     const sp<Implementation> implementation = new Implementation();
@@ -52,7 +51,7 @@ Services startServices() {
     mTvApiDebug = static_cast<uint8_t>(hh_init_debug_level());
 
     // The first one connects to the middleware: nothing is registered before that. The messages are
-    // as irregular as they look; whoever watches the log knows them by heart.
+    // irregular on purpose: whoever watches the log looks for exactly these.
     Services services = {
             publish<QorTvApiImpl>("Could not register IQorTvApi as service, status=%d",
                                   "register QorTvApi as service"),

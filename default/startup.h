@@ -8,12 +8,12 @@
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
-/** The implementations in the order of their registration, which the service holds for its life. */
+/** The implementations in the order of their registration. The service holds them until it ends. */
 using Services = std::vector<::android::sp<::android::hidl::base::V1_0::IBase>>;
 
 /**
- * Sizes the pool of RPC threads, which the caller is to join, reads the debug level, and creates
- * and registers each implementation in turn. A failed registration ends the process.
+ * Sets the size of the pool of RPC threads, which the caller has to join, reads the debug level,
+ * and creates and registers each implementation in turn. A failed registration ends the process.
  */
 Services startServices();
 

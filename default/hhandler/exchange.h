@@ -1,4 +1,4 @@
-/** The exchange of messages between an application and an interactive engine. */
+/** The exchange of messages between an application and an engine of interactive television. */
 #pragma once
 
 #include <android/log.h>
@@ -15,14 +15,14 @@ namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 using ExchangeAnswer = std::function<void(const hidl_vec<uint8_t>&, int32_t)>;
 
 /**
- * Hands `data` to `engine`, which takes words, in a zeroed buffer of `Size` bytes, and answers as
- * many bytes of the buffer as the client sent. Bytes behind the last whole word are in the buffer
- * and not in the count of words. Returns the engine's result, or -1, without an answer, for a
- * message that is too long. The line about that bears `method` and `line`, and for every engine the
- * tag of the stream components.
+ * Hands `data` to `engine` in a zeroed buffer of `Size` bytes, counted in whole words of four
+ * bytes: bytes after the last whole word are in the buffer but not in the count. Answers with as
+ * many bytes of the buffer as the client sent, and returns the engine's result. For a message that
+ * is too long it returns -1 without an answer, and writes a line for `method` and `line`, under the
+ * tag of the stream components whatever the engine.
  *
  * The length is tested in words: a message that exceeds the buffer by less than a word passes the
- * test and ends the process in the bounded copy. Clients were built against both.
+ * test and ends the process in the bounded copy. Clients rely on both.
  */
 template <size_t Size>
 int32_t exchangeWords(const hidl_vec<uint8_t>& data, int32_t (*engine)(uint32_t*, uint32_t),

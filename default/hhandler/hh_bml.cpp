@@ -2,17 +2,14 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/bml.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
 void _bml_msg_notify_fct(int32_t i4_code, void* pv_tag, const int32_t* pi4_data, int32_t i4_count) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyBmlMsg, i4_code, pv_tag,
-                 borrowedIntegers(pi4_data, i4_count));
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyBmlMsg, i4_code, pv_tag,
+                            borrowedIntegers(pi4_data, i4_count));
 }
 
 }  // namespace

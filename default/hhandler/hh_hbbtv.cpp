@@ -9,8 +9,8 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-// The middleware takes no size: it writes an ISO 639 code of three letters and its NUL. The rest is
-// for a code with a region or script behind it.
+// In bytes. The middleware is told no size: it writes an ISO 639 code of three letters and a NUL.
+// The rest of the buffer is for codes that are followed by a region or script.
 constexpr size_t kLanguageSize = 16;
 
 }  // namespace

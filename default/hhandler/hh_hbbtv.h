@@ -1,8 +1,8 @@
 /**
- * Audio streams and languages of the two HbbTV browsers. Any thread.
+ * The request handlers for audio streams and languages of the two HbbTV browsers. Any thread.
  *
- * Each request is the middleware function of its name with the client's arguments; an `answer` is
- * called exactly once, before the function returns, with the output and the middleware's result.
+ * Each calls the middleware function of its name with the client's arguments. An `answer` is called
+ * exactly once, before the function returns, with the output and the middleware's result.
  */
 #pragma once
 

@@ -13,7 +13,7 @@ namespace {
 
 using ::qortvapi::QorTvApiShareMemory;
 
-constexpr uint32_t kSettingSize = 16;
+constexpr uint32_t kSettingSize = 16;  // bytes
 
 }  // namespace
 

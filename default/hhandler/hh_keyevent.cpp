@@ -14,7 +14,7 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** What the graphics layer reads from its socket, in the byte order of the host. */
+/** An event as the graphics layer reads it from its socket, in the byte order of the processor. */
 struct InputEvent {
     int32_t kind;
     int32_t values[4];
@@ -31,7 +31,7 @@ bool connectToInput(int socket) {
     return connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
 }
 
-/** The direction of a kind-3 event, as the graphics layer counts it. */
+/** Returns the direction of an event of kind 3 as the graphics layer numbers it. */
 int32_t directionOf(int32_t a5) {
     return a5 == 2 ? 1 : a5 == 4 ? 2 : 0;
 }
@@ -69,10 +69,10 @@ int32_t hh_send_key_and_mouse(int32_t kind, int32_t a1, uint32_t a2, int32_t a3,
         case 4:
             event.values[0] = a2 != 0 ? 1 : 0;
             break;
-        default:  // kind 1 too: it is reserved
+        default:  // includes kind 1, which is reserved
             return -1;
     }
-    // A peer that has gone must not end this process with a signal.
+    // Without the flag, a peer that has closed its end would end this process with a signal.
     if (send(input, &event, sizeof(event), MSG_NOSIGNAL) != sizeof(event)) {
         TVAPI_LOG("send error \n");
     }

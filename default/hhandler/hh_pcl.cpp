@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/pcl.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {

@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/3dmode.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -10,10 +9,8 @@ namespace {
 
 void _qortvapi_3dmode_callback_fct(int32_t i4_callback_type, void* pv_tag, void* pv_arg1,
                                    void* pv_arg2, void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_callback_type = %d, %p\n", i4_callback_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notify3dMode, i4_callback_type, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("i4_callback_type", &IQorTvApiCallback::notify3dMode, i4_callback_type,
+                            pv_tag, pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 }  // namespace

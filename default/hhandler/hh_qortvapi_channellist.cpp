@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/channellist.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -10,78 +9,60 @@ namespace {
 
 void _channellist_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                       void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyChannelListUpdate, i4_code, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyChannelListUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _tvprovider_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                      void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyTvProviderUpdate, i4_code, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyTvProviderUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _svlid_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                 void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifySvlIdUpdate, i4_code, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifySvlIdUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _tslid_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                 void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyTslIdUpdate, i4_code, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyTslIdUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _listmode_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyListModeUpdate, i4_code, pv_tag, pv_arg1, pv_arg2);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyListModeUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2);
 }
 
 void _ocl_scaninfo_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyOclScanInfo, i4_code, pv_tag, pv_arg1, pv_arg2);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyOclScanInfo, i4_code, pv_tag,
+                            pv_arg1, pv_arg2);
 }
 
 void _bisskey_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                   void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyBisskeyUpdate, i4_code, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyBisskeyUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _satllist_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                    void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifySatlListUpdate, i4_code, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifySatlListUpdate, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _concern_column_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                                   void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyConcernColumn, i4_code, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3, pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyConcernColumn, i4_code, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 void _nwl_update_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2,
                               void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyNwlUpdate, i4_code, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyNwlUpdate, i4_code, pv_tag, pv_arg1,
+                            pv_arg2, pv_arg3, pv_arg4);
 }
 
 }  // namespace
@@ -97,7 +78,7 @@ int32_t hh_a_qortvapi_channellist_init() {
                                                  registrationTag(5555));
     a_qortvapi_ocl_scanInfo_register_callback(_ocl_scaninfo_callback_fct, registrationTag(6666));
     a_qortvapi_bisskey_register_callback(_bisskey_update_callback_fct, registrationTag(7777));
-    // Changes of the satellite list come through the BISS-key registration.
+    // The middleware reports changes of the satellite list through the BISS-key registration.
     a_qortvapi_bisskey_register_callback(_satllist_update_callback_fct, registrationTag(8888));
     a_qortvapi_concerncolumn_channellist_register_callback(_concern_column_callback_fct,
                                                            registrationTag(9999));

@@ -14,12 +14,12 @@ namespace {
 
 using ::qortvapi::QorTvApiShareMemory;
 
-// Keeps the three list reads apart. Taken before the middleware's database lock, released when the
+// Serialises the three list reads. Taken before the middleware's database lock, released after the
 // regions are committed.
 std::mutex sListReadMutex;
 
-// The bytes of `count` records. A count whose bytes 32 bits cannot say gives 0, and a region of 0
-// bytes cannot be mapped: the middleware must not be told a count that its region does not hold.
+// Returns the size of `count` records in bytes, or 0 if it does not fit in 32 bits. A region of 0
+// bytes cannot be mapped, so the middleware never writes more records than its region holds.
 uint32_t regionSize(uint64_t count, size_t record_size) {
     const uint64_t size = count * record_size;
     return size <= UINT32_MAX ? static_cast<uint32_t>(size) : 0;
@@ -39,7 +39,7 @@ class RecordRegions {
         mTslRecords = static_cast<TSL_REC_T*>(mTsl.getPointer());
     }
 
-    /** The place of record `index`, null where the region could not be mapped. */
+    /** Returns the address of record `index`, null if the region could not be mapped. */
     SVL_REC_T* svl(size_t index = 0) const {
         return mSvlRecords == nullptr ? nullptr : mSvlRecords + index;
     }
@@ -59,7 +59,7 @@ class RecordRegions {
     TSL_REC_T* mTslRecords = nullptr;
 };
 
-/** Runs `request` between the middleware's database lock and unlock; returns what it returns. */
+/** Calls `request` under the middleware's database lock and returns its result. */
 template <typename Request>
 int32_t underDatabaseLock(uint32_t svl_id, uint32_t flags, const Request& request) {
     a_qortvapi_channellist_lock_database(svl_id, flags);
@@ -74,8 +74,8 @@ uint16_t recordsToReturn(uint16_t start, uint16_t count, uint16_t total) {
 }
 
 /**
- * A working buffer for an array read: zeroed, `records` times the size of a transport-stream
- * record, which is the larger of the two that are read this way. Null where memory is short.
+ * Returns a zeroed buffer for an array read, null if memory is short. It is `records` times the
+ * size of a transport-stream record, the larger one of the two types that are read this way.
  */
 std::unique_ptr<uint8_t[]> recordBuffer(uint16_t records) {
     return std::unique_ptr<uint8_t[]>(new (std::nothrow) uint8_t[records * sizeof(TSL_REC_T)]());
@@ -149,7 +149,7 @@ void hh_a_qortvapi_channellist_get_svl_tsl_recs_by_filter(
         int32_t svl_id, int32_t flags, int32_t channel_id, bool wrap, int32_t filter,
         int32_t prev_count, int32_t next_count, const hidl_handle& svl_region,
         const hidl_handle& tsl_region, const CountsAnswer& answer) {
-    // Taken as unsigned, a negative count is too large for any region.
+    // A negative count, converted to unsigned, is too large for any region.
     const uint64_t count =
             uint64_t{static_cast<uint32_t>(prev_count)} + static_cast<uint32_t>(next_count);
     RecordRegions regions(count, svl_region, tsl_region);

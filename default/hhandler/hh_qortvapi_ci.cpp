@@ -14,12 +14,12 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-/** What the middleware passes in the place of a pointer: a number of 32 bits. */
+/** Returns the number of 32 bits that the middleware passes in place of a pointer. */
 uint32_t valueOf(const void* pointer) {
     return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(pointer));
 }
 
-/** The units of a text with its terminator; 0 where there is no text. */
+/** Returns the length of a text in units with its terminator, 0 for a null pointer. */
 uint32_t _getStrSize(const uint16_t* text) {
     if (text == nullptr) {
         TVAPI_DEBUG("%s", __func__);
@@ -31,7 +31,7 @@ uint32_t _getStrSize(const uint16_t* text) {
     return size;
 }
 
-/** A vector that refers to the middleware's text. */
+/** Returns a vector that refers to the middleware's text. */
 hidl_vec<uint16_t> borrowedUnits(const uint16_t* text) {
     return borrowedVector(const_cast<uint16_t*>(text), _getStrSize(text));
 }
@@ -54,7 +54,8 @@ HIDL_CI_MMI_MENU_T borrowedMenu(const CI_MMI_MENU_T& record) {
     menu.subtitle = borrowedUnits(record.w2s_subtitle);
     menu.bottom = borrowedUnits(record.w2s_bottom);
     menu.item_count = record.ui1_item_count;
-    // The count is passed on as it is; there are no items beyond the last place for one.
+    // The count is passed on unchanged, but there are at most as many items as the record has room
+    // for.
     const int items = std::min<int>(record.ui1_item_count, CI_MMI_MENU_MAX_ITEMS);
     for (int i = 0; i < items; ++i) menu.items[i] = borrowedUnits(record.aw2s_items[i]);
     menu.path_valid = record.b_path_valid != 0;
@@ -62,7 +63,7 @@ HIDL_CI_MMI_MENU_T borrowedMenu(const CI_MMI_MENU_T& record) {
     return menu;
 }
 
-// Nothing is copied: bytes and texts are the middleware's, valid until the handler returns.
+// Nothing is copied: clients get the middleware's bytes and texts, valid until the handler returns.
 void _ci_nfy_fct(uint32_t h_ci, void* pv_tag, int32_t cond, void* pv_data) {
     const FanOut clients(LOG_TAG);
     TVAPI_DEBUG("e_nfy_cond = %d\n", cond);
@@ -133,7 +134,7 @@ void _ci_nfy_fct(uint32_t h_ci, void* pv_tag, int32_t cond, void* pv_data) {
 
 }  // namespace
 
-// The module is registered with when a client asks for it.
+// Registers nothing: a client asks for the registration with hh_a_qortvapi_ci_reg_callback.
 int32_t hh_a_qortvapi_ci_init() {
     return 0;
 }

@@ -1,4 +1,5 @@
-/** The advertising-insertion module, which this television does not have. Any thread. */
+/** The request handler of the advertising-insertion module, which this television does not have.
+ * Any thread. */
 #pragma once
 
 #include <hidl/HidlSupport.h>

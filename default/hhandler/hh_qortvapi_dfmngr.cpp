@@ -12,10 +12,8 @@ namespace {
 
 void _ch_logo_reg_nfy_fct(int32_t i4_callback_type, void* pv_tag, int32_t i4_arg1, int32_t i4_arg2,
                           int32_t i4_arg3, int32_t i4_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_callback_type = %d, %p\n", i4_callback_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyChannelLogo, i4_callback_type, pv_tag, i4_arg1, i4_arg2,
-                 i4_arg3, i4_arg4);
+    FanOut(LOG_TAG).forward("i4_callback_type", &IQorTvApiCallback::notifyChannelLogo,
+                            i4_callback_type, pv_tag, i4_arg1, i4_arg2, i4_arg3, i4_arg4);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-/** The request of the data-file manager: where the logo of a channel lies. Any thread. */
+/** The request handler of the data-file manager: the file of a channel logo. Any thread. */
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -10,7 +10,7 @@ namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 
 using ::android::hardware::hidl_string;
 
-/** Answers the path of the logo's file, not its contents, and the result. */
+/** Answers with the path of the logo's file, not its contents, and the result. */
 void hh_a_qortvapi_load_ch_logo(uint16_t original_network_id, uint16_t service_id,
                                 uint32_t frequency,
                                 const std::function<void(const hidl_string&, int32_t)>& answer);

@@ -1,4 +1,4 @@
-/** The records of the programme events, between the middleware and the interface. */
+/** Conversion of the records of programme events from the middleware to the interface. */
 #pragma once
 
 #include <vendor/corvanta/tv/qortvapi/1.0/types.h>

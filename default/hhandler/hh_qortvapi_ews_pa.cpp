@@ -13,9 +13,8 @@ namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
 void _ewspa_callback_fct(int32_t i4_callback_type, void* pv_tag) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_callback_type = %d, %p\n", i4_callback_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyEwspa, i4_callback_type, pv_tag);
+    FanOut(LOG_TAG).forward("i4_callback_type", &IQorTvApiCallback::notifyEwspa, i4_callback_type,
+                            pv_tag);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/ginga.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -10,26 +9,20 @@ namespace {
 
 void _ginga_nfy_fct(int32_t i4_update_type, void* pv_tag, void* pv_arg1, void* pv_arg2,
                     void* pv_arg3) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_update_type = %d, %p\n", i4_update_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyGinga, i4_update_type, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3);
+    FanOut(LOG_TAG).forward("i4_update_type", &IQorTvApiCallback::notifyGinga, i4_update_type,
+                            pv_tag, pv_arg1, pv_arg2, pv_arg3);
 }
 
 void _ginga_volume_nfy_fct(int32_t i4_volume_type, void* pv_tag, void* pv_arg1, void* pv_arg2,
                            void* pv_arg3) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_volume_type = %d, %p\n", i4_volume_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyGingaVolume, i4_volume_type, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3);
+    FanOut(LOG_TAG).forward("i4_volume_type", &IQorTvApiCallback::notifyGingaVolume, i4_volume_type,
+                            pv_tag, pv_arg1, pv_arg2, pv_arg3);
 }
 
 void _ginga_update_nfy_fct(int32_t i4_update_type, void* pv_tag, void* pv_arg1, void* pv_arg2,
                            void* pv_arg3) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_update_type = %d, %p\n", i4_update_type, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyGingaUpdate, i4_update_type, pv_tag, pv_arg1, pv_arg2,
-                 pv_arg3);
+    FanOut(LOG_TAG).forward("i4_update_type", &IQorTvApiCallback::notifyGingaUpdate, i4_update_type,
+                            pv_tag, pv_arg1, pv_arg2, pv_arg3);
 }
 
 }  // namespace

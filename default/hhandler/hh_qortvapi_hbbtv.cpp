@@ -4,7 +4,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/hbbtv.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -12,10 +11,8 @@ namespace {
 
 void _hbbtv_msg_notify_fct(int32_t i4_code, void* pv_tag, const int32_t* pi4_data,
                            int32_t i4_count) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyHbbtvMsg, i4_code, pv_tag,
-                 borrowedIntegers(pi4_data, i4_count));
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyHbbtvMsg, i4_code, pv_tag,
+                            borrowedIntegers(pi4_data, i4_count));
 }
 
 }  // namespace

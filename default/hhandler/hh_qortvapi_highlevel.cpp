@@ -12,16 +12,14 @@ namespace {
 
 void _highlevel_nfy_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3,
                         void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyHighlevel, i4_code, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyHighlevel, i4_code, pv_tag, pv_arg1,
+                            pv_arg2, pv_arg3, pv_arg4);
 }
 
 /**
- * Every client is asked; the last one that does not decline with -1 decides. What it answers is
- * copied whole: by the contract with the middleware a client knows how much the buffer of its
- * question holds, and the length is not looked at here.
+ * Asks every client; the last one whose attribute is not -1 decides. All the bytes of its answer
+ * are copied: by the contract with the middleware, the client knows the size of the buffer for its
+ * question, and the length is not checked here.
  */
 void _query_android_nfy_fct(uint32_t ui4_code, void* pv_tag, uint32_t ui4_attribute,
                             uint32_t* pui4_result, void* pv_buffer, uint32_t /*ui4_length*/) {

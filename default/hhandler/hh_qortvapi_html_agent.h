@@ -1,4 +1,4 @@
-/** The exchange of messages with the HTML agent. Any thread. */
+/** The request handler for the exchange of messages with the HTML agent. Any thread. */
 #pragma once
 
 #include "hhandler/exchange.h"

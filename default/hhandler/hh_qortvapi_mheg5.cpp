@@ -11,7 +11,7 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-// Clients receive the first argument in all three places: they were written against that.
+// Clients receive the first argument in all three places, on which they rely.
 void _mheg5_nfy_fct(int32_t i4_callback_type, void* pv_tag, int32_t i4_arg1, int32_t i4_arg2,
                     int32_t i4_arg3) {
     const FanOut clients(LOG_TAG);
@@ -29,7 +29,7 @@ void _mheg5_lanuch_hbbtv_fct(const char* ps_location, void* pv_tag, int32_t i4_a
     clients.call(&IQorTvApiCallback::notifyMheg5LaunchHbbtv, location, pv_tag, i4_arg1);
 }
 
-/** Every client is asked; the last one that answers with a result other than -1 decides. */
+/** Asks every client; the last one that answers with a result other than -1 decides. */
 void _mheg5_is_mime_type_support_fct(const char* ps_mime_type, uint8_t* pb_supported, void* pv_tag,
                                      int32_t i4_arg1) {
     const FanOut clients(LOG_TAG);

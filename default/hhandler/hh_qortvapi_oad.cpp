@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/oad.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -10,11 +9,8 @@ namespace {
 
 void _oad_listener_nfy_fct(int32_t i4_code, void* pv_tag, const char* ps_info, int32_t i4_progress,
                            uint8_t ui1_flag, int32_t i4_arg) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    const hidl_string info(ps_info);
-    clients.call(&IQorTvApiCallback::notifyOad, i4_code, pv_tag, info, i4_progress, ui1_flag,
-                 i4_arg);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyOad, i4_code, pv_tag,
+                            hidl_string(ps_info), i4_progress, ui1_flag, i4_arg);
 }
 
 }  // namespace

@@ -2,16 +2,14 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/record.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
 void _record_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyRecord, i4_code, pv_tag, pv_arg1, pv_arg2);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyRecord, i4_code, pv_tag, pv_arg1,
+                            pv_arg2);
 }
 
 }  // namespace

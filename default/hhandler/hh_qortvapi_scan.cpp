@@ -16,10 +16,8 @@ namespace {
 
 void _scan_callback_fct(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3,
                         void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyScan, i4_code, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyScan, i4_code, pv_tag, pv_arg1,
+                            pv_arg2, pv_arg3, pv_arg4);
 }
 
 using ScanEngine = int32_t (*)(int32_t*, uint32_t);
@@ -46,7 +44,7 @@ void exchange(ScanEngine engine, const hidl_vec<int32_t>& data, const ScanExchan
     logResult();
 }
 
-/** A buffer of `length` bytes and a NUL that begins with `text`, or with the part that fits. */
+/** A buffer of `length` bytes and a NUL that begins with as much of `text` as fits. */
 class TextCopy : public CallerText {
   public:
     TextCopy(const hidl_string& text, int64_t length, const char* method = __builtin_FUNCTION())

@@ -2,7 +2,6 @@
 
 #include "hhandler/fan_out.h"
 #include "hhandler/registration.h"
-#include "log.h"
 #include "middleware/screensaver.h"
 
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
@@ -10,10 +9,8 @@ namespace {
 
 void _screensaver_msg_nfy_fct(int32_t i4_msg_id, void* pv_tag, int32_t i4_arg1, int32_t i4_arg2,
                               int32_t i4_arg3) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_msg_id = %d, %p\n", i4_msg_id, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyScreensaverMsg, i4_msg_id, pv_tag, i4_arg1, i4_arg2,
-                 i4_arg3);
+    FanOut(LOG_TAG).forward("i4_msg_id", &IQorTvApiCallback::notifyScreensaverMsg, i4_msg_id,
+                            pv_tag, i4_arg1, i4_arg2, i4_arg3);
 }
 
 }  // namespace

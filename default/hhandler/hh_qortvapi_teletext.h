@@ -1,4 +1,4 @@
-/** The page address of teletext, from the interface to the middleware. */
+/** Conversion of the page address of teletext from the interface to the middleware. */
 #pragma once
 
 #include <vendor/corvanta/tv/qortvapi/1.0/types.h>

@@ -9,21 +9,17 @@ namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
 void _dt_nfy_fct(int32_t i4_code, void* pv_tag, void* pv_arg1) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyDateTime, i4_code, pv_tag, pv_arg1);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifyDateTime, i4_code, pv_tag, pv_arg1);
 }
 
 void _sleep_timer_nfy_fct(int32_t i4_code, void* pv_tag, void* pv_arg1) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifySleepTimer, i4_code, pv_tag, pv_arg1);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifySleepTimer, i4_code, pv_tag,
+                            pv_arg1);
 }
 
 void _sync_source_nfy_fct(int32_t i4_code, void* pv_tag, void* pv_arg1) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("e_code = %d, %p\n", i4_code, pv_tag);
-    clients.call(&IQorTvApiCallback::notifySyncSource, i4_code, pv_tag, pv_arg1);
+    FanOut(LOG_TAG).forward("e_code", &IQorTvApiCallback::notifySyncSource, i4_code, pv_tag,
+                            pv_arg1);
 }
 
 }  // namespace

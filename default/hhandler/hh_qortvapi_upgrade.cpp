@@ -19,7 +19,8 @@ void _qortvapi_upgrade_callback_fct(int32_t i4_type, int32_t i4_state, int32_t i
 
 }  // namespace
 
-// Registered and taken back at once: the middleware learns of the service and sends no progress.
+// The registration is taken back at once: the middleware learns of the service, but reports no
+// progress to it.
 int32_t hh_a_qortvapi_update_init() {
     a_qortvapi_upgrade_register_callback(_qortvapi_upgrade_callback_fct, registrationTag(1111));
     return a_qortvapi_upgrade_unregister_callback(_qortvapi_upgrade_callback_fct,

@@ -1,4 +1,4 @@
-/** The records of a software upgrade, from the middleware to the interface. */
+/** Conversion of the records of a software upgrade from the middleware to the interface. */
 #pragma once
 
 #include <vendor/corvanta/tv/qortvapi/1.0/types.h>

@@ -14,10 +14,8 @@ namespace {
 
 void _noused_key_nfy_fct(int32_t i4_keycode, void* pv_tag, void* pv_arg1, void* pv_arg2,
                          void* pv_arg3, void* pv_arg4) {
-    const FanOut clients(LOG_TAG);
-    TVAPI_DEBUG("i4_keycode = %d, %p\n", i4_keycode, pv_tag);
-    clients.call(&IQorTvApiCallback::notifyNoUsedKey, i4_keycode, pv_tag, pv_arg1, pv_arg2, pv_arg3,
-                 pv_arg4);
+    FanOut(LOG_TAG).forward("i4_keycode", &IQorTvApiCallback::notifyNoUsedKey, i4_keycode, pv_tag,
+                            pv_arg1, pv_arg2, pv_arg3, pv_arg4);
 }
 
 }  // namespace
@@ -29,7 +27,7 @@ int32_t hh_a_qortvapi_util_init() {
 void hh_a_qortvapi_util_get(
         const hidl_string& name, int32_t kind, const hidl_vec<uint8_t>& data, uint64_t size,
         const std::function<void(uint64_t, const hidl_vec<uint8_t>&, int32_t)>& answer) {
-    // The client's bytes are all copied, whatever size it names: there is room for either.
+    // All bytes that the client sent are copied, even if they are more than the size that it names.
     const auto capacity = static_cast<uint32_t>(size);
     const CallerArray<uint8_t> buffer(std::max<int64_t>(capacity, data.size()),
                                       CallerArray<uint8_t>::kOptional);
@@ -48,7 +46,7 @@ int32_t hh_a_qortvapi_util_tuner_fac_query_diag(
         const std::function<void(int32_t, const hidl_vec<uint8_t>&, const hidl_vec<uint8_t>&)>&
                 answer) {
     constexpr uint64_t kEntrySize = 32;
-    // A size beyond 63 bits is a negative count, for which there is no memory either.
+    // A size of 2^63 or more becomes a negative count, for which there is no memory either.
     const auto count = static_cast<int64_t>(size);
     const CallerArray<uint8_t> names(count, CallerArray<uint8_t>::kOptional);
     const CallerArray<uint8_t> values(count, CallerArray<uint8_t>::kOptional);

@@ -4,7 +4,7 @@
 
 #include <mutex>
 
-#include "QorTvApiImpl.h"
+#include "callback_registry.h"
 #include "hhandler/registration.h"
 #include "log.h"
 #include "middleware/wakelock.h"
@@ -12,10 +12,10 @@
 namespace vendor::corvanta::tv::qortvapi::V1_0::implementation {
 namespace {
 
-// The mutex only keeps this apart from the other handlers: no client is called.
+// The mutex serialises this with the other handlers. No client is called.
 void _wakelock_nfy_fct(void*, uint8_t ui1_acquire, const char* ps_name) {
     TVAPI_LOG("_wakelock_nfy_fct");
-    std::lock_guard<std::mutex> lock(QorTvApiImpl::getCallbackMutex());
+    std::lock_guard<std::mutex> lock(getCallbackMutex());
     TVAPI_LOG("_wakelock_nfy_fct");
     if (ui1_acquire != 0) {
         TVAPI_LOG("acquiring wakelock %s", ps_name);

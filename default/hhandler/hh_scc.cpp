@@ -18,11 +18,11 @@ using CommandArray = std::array<SCC_CMD_T, 4>;
 constexpr uint32_t kTypeCount = 3;
 constexpr const char* kSinks[] = {"snk_MainDisp", "snk_SubDisp"};
 
-// Handles by type and sink, 0 until a component is opened; they stay open for the life of the
-// process. Read and written without a lock.
+// The handles of the components by type and sink, 0 until a component is opened. A component stays
+// open until the process ends. Read and written without a lock.
 uint32_t sComponents[kTypeCount][std::size(kSinks)] = {};
 
-/** The place of a component's handle; null where there is no such component. */
+/** Returns where the handle of a component is kept, null if there is no such component. */
 uint32_t* componentOf(uint32_t type, const char* sink) {
     if (type >= kTypeCount) return nullptr;
     for (size_t i = 0; i < std::size(kSinks); ++i) {
@@ -31,7 +31,7 @@ uint32_t* componentOf(uint32_t type, const char* sink) {
     return nullptr;
 }
 
-/** The commands of an opening; they refer to the client's own text and bytes. */
+/** Returns the commands that open a component. They refer to the client's text and bytes. */
 CommandArray _set_cmd_array(uint32_t type, const char* sink, uint32_t code,
                             const hidl_vec<uint8_t>& data) {
     TVAPI_LOG("%d, %s, %d", type, sink, code);
@@ -46,8 +46,9 @@ CommandArray _set_cmd_array(uint32_t type, const char* sink, uint32_t code,
 int32_t _inps_detect_cb(uint32_t h_comp, int32_t i4_cond, void* pv_tag, int32_t i4_data,
                         int32_t i4_data2) {
     const FanOut clients(LOG_TAG);
+    // Like other entry lines this one shows the first two arguments: "%p" is for the condition.
     TVAPI_DEBUG("_inps_detect_cb e_code = %d, %p\n", h_comp,
-                reinterpret_cast<void*>(static_cast<uintptr_t>(i4_cond)));  // the first two
+                reinterpret_cast<void*>(static_cast<uintptr_t>(i4_cond)));
     clients.call(&IQorTvApiCallback::notifyInputSourceDetect, h_comp, i4_cond, pv_tag, i4_data,
                  i4_data2);
     return 0;

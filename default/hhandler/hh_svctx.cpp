@@ -23,9 +23,10 @@ constexpr char kMainName[] = "main_svctx";
 constexpr char kSubName[] = "sub_svctx";
 
 /**
- * The source descriptor as clients send it: the middleware's record with pointers of four bytes.
- * Where pointers have eight, the fields between them lie elsewhere, so the record is filled field
- * by field on every processor; what the client sent in the place of a pointer is not used.
+ * Returns the middleware's record for the source descriptor of a client, which has the layout for
+ * pointers of four bytes. With pointers of eight bytes the fields are at other offsets, so the
+ * record is filled field by field on every processor. The bytes in the place of a pointer are not
+ * used.
  */
 SVCTX_SRC_DESC_T sourceDescriptor(const HIDL_SRC_DESC_T& source, const char* method) {
     constexpr size_t kBeforeValue = 4;
@@ -45,9 +46,9 @@ SVCTX_SRC_DESC_T sourceDescriptor(const HIDL_SRC_DESC_T& source, const char* met
 }
 
 /**
- * A buffer for a read whose size the client chose, or the end of the process. On purpose it is not
- * zeroed: what the middleware fills is known to the client from the attribute alone, and by the
- * contract the bytes behind that have no defined value. They are whatever this process left there.
+ * Returns a buffer for a read whose size the client chose; ends the process if memory is short. It
+ * is deliberately not zeroed: the client knows from the attribute which bytes the middleware wrote,
+ * and by the contract the bytes after those have no defined value.
  */
 std::unique_ptr<uint8_t[]> uninitialisedBytes(uint32_t size, const char* method) {
     std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[size]);
@@ -90,7 +91,7 @@ void hh_c_svctx_open(const hidl_string& name, const HandleAnswer& answer) {
     int32_t i4_ret = -1;
     const auto use = [&](const char* ps_name, uint32_t& handle) {
         h_svctx = handle;
-        // What is opened here is answered from the next call on: clients were written against that.
+        // A handle that is opened here is answered from the next call on: clients rely on that.
         i4_ret = h_svctx != 0 ? 0 : c_svctx_open(ps_name, &handle);
     };
     if (strncmp(name.c_str(), kMainName, strlen(name.c_str())) == 0) {

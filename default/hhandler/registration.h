@@ -1,8 +1,9 @@
 /**
- * The registration functions of the handler modules, in the order in which the service calls them:
- * each hands the notification handlers of one middleware module to the middleware. Main thread,
- * once, before any interface is published. They return the result of their last call, 0 where there
- * is none; notifications may arrive, on the middleware's threads, before they return.
+ * The registration functions of the handler modules, in the order in which the service calls them.
+ * Each passes the notification handlers of one middleware module to the middleware, and returns the
+ * result of its last call, 0 if it makes none. They are called at start-up, on the main thread,
+ * before any interface is registered. Notifications may arrive, on the middleware's threads, before
+ * they return.
  */
 #pragma once
 
@@ -50,7 +51,8 @@ int32_t hh_a_qortvapi_tts_init();
 int32_t hh_a_qortvapi_mds_init();
 int32_t hh_a_qortvapi_ews_init();
 
-/** A registration tag: an opaque number that the middleware hands back with each notification. */
+/** Returns `number` as a registration tag, which the middleware passes back with each notification.
+ */
 inline void* registrationTag(uintptr_t number) {
     return reinterpret_cast<void*>(number);
 }

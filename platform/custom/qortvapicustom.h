@@ -1,4 +1,7 @@
-/** The customisation library vendor.corvanta.tv.qortvapicustom@1.0-impl: what a set's maker decides about the service. */
+/**
+ * The customisation library vendor.corvanta.tv.qortvapicustom@1.0-impl, by which the maker of a
+ * television customises the service.
+ */
 #pragma once
 
 #include <stdint.h>
@@ -7,9 +10,15 @@
 extern "C" {
 #endif
 
-/** The debug level; the service looks at its low byte and writes debug lines unless that is 0. Called once, before anything is created. */
+/**
+ * Returns the debug level. The service writes debug lines unless its low byte is 0. Called once,
+ * before any interface is created.
+ */
 uint32_t hh_init_debug_level(void);
-/** The library's own start-up, after the last interface is registered. The result is not looked at. */
+/**
+ * The start-up of the library, called after the last interface is registered. The result is
+ * ignored.
+ */
 int32_t hh_qortvapi_tvapi_custom_init(void);
 
 #ifdef __cplusplus

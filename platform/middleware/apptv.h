@@ -12,9 +12,15 @@ extern "C" {
 typedef void (*a_qortvapi_apptv_nfy_fct)(int32_t i4_callback_type, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_apptv_register_callback(a_qortvapi_apptv_nfy_fct pf_callback, void* pv_tag);
 
-/** Callback types: the state of the application, or of a window, was changed; pv_arg1: status; pv_arg2: 0 main, 1 sub window. */
+/**
+ * Callback types: the state of the application or of a window changed. pv_arg1: status; pv_arg2: 0
+ * main, 1 sub window.
+ */
 enum { APPTV_NFY_SYS_STATUS = 1, APPTV_NFY_STARTED = 2, APPTV_NFY_STOPPED = 3, APPTV_NFY_VIDEO_MUTE = 4 };
-/** Windows by name are "main" and "sub"; any other is refused. get_capability_ex: the number of windows, of tuners. */
+/**
+ * Items of get_capability_ex: the number of windows, the number of tuners. A window is named "main"
+ * or "sub"; any other name is refused.
+ */
 enum { APPTV_CAPABILITY_WINDOWS = 0, APPTV_CAPABILITY_TUNERS = 1 };
 typedef uint32_t QORTVAPI_APPTV_SYS_STATUS_T;
 

@@ -8,9 +8,12 @@
 extern "C" {
 #endif
 
-/** Codes of audio. pv_arg1: channel id; pv_arg2: index of the track in use; pv_arg3: number of tracks. */
+/**
+ * Notification codes. pv_arg1: channel id; pv_arg2: index of the current track; pv_arg3: number of
+ * tracks.
+ */
 enum { AUDIO_INFO_NFY_TRACKS_CHANGED = 1, AUDIO_INFO_NFY_TRACK_SELECTED = 2 };
-/** Values by id. TRACK and COUNT can only be read. */
+/** Ids of values. TRACK and COUNT can only be read. */
 enum { AUDIO_INFO_VALUE_TRACK = 1, AUDIO_INFO_VALUE_COUNT = 2, AUDIO_INFO_VALUE_DESCRIPTION_ON = 3 };
 /** Audio types of tracks, as in the language descriptor. */
 enum { AUDIO_TYPE_UNDEFINED = 0, AUDIO_TYPE_CLEAN = 1, AUDIO_TYPE_HEARING_IMPAIRED = 2, AUDIO_TYPE_VISUALLY_IMPAIRED = 3 };
@@ -24,7 +27,7 @@ typedef struct QORTVAPI_AUDIO_RECORD_T {
     uint32_t ui4_encoding;
     uint32_t ui4_channels;
     uint32_t ui4_sample_rate;     /**< Hz */
-    uint32_t ui4_bit_rate;        /**< bits a second */
+    uint32_t ui4_bit_rate;        /**< bits per second */
     uint16_t ui2_pid;
     uint8_t ui1_audio_type;       /**< as in the language descriptor: 3 for the visually impaired */
     uint8_t ui1_mix_type;
@@ -32,14 +35,18 @@ typedef struct QORTVAPI_AUDIO_RECORD_T {
     char s_name[16];
 } QORTVAPI_AUDIO_RECORD_T;
 
-/** A text of the audio presentation, zero-terminated. */
+/** A text of the audio presentation (APD), NUL-terminated. */
 typedef struct QORTVAPI_AUDIO_APD_TEXT_T {
     char s_text[257];
 } QORTVAPI_AUDIO_APD_TEXT_T;
 
-/* Tracks count from 0 in the order of the program map. available_record writes as many as `*pui4_count` has room for and leaves the number written there; without an array it leaves the number of all. */
-/* The audio of external inputs is not known: what asks of it answers TV_NOT_SUPPORTED, as set_data and get_data do. */
-/* apd_text is the name of a track; the value is its audio type. ad_info is the track for the visually impaired. */
+/*
+ * Tracks count from 0 in the order of the program map. get_available_record writes at most
+ * `*pui4_count` records and then the number written there; without an array it writes the number of
+ * all tracks there. The audio of external inputs is not known: the inputsource functions, and also
+ * set_data and get_data, return TV_NOT_SUPPORTED. get_audio_apd_text writes the name of a track
+ * and, as value, its audio type. get_current_ad_info reads the track for the visually impaired.
+ */
 int32_t a_qortvapi_audio_info_get_current_lanuage(char* ps_language, uint32_t ui4_length);
 int32_t a_qortvapi_audio_info_set_next_lanuage(void);
 int32_t a_qortvapi_audio_info_get_available_record(QORTVAPI_AUDIO_RECORD_T* pt_records, uint32_t* pui4_count);

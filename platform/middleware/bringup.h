@@ -9,9 +9,15 @@ extern "C" {
 
 /** Starts the operating-system layer. `pv_parameter` may be null. Returns 0, or a negative code. */
 int32_t x_rtos_init(const void* pv_parameter);
-/** Makes room for `ui4_handles` handles; may move the memory that the client works in (both are in and out). Returns 0, or a negative code. */
+/**
+ * Provides for `ui4_handles` handles. The address and size of the memory that the client works in
+ * are in and out: it may be moved. Returns 0, or a negative code.
+ */
 int32_t handle_init(uint32_t ui4_handles, void** ppv_memory, uint32_t* pui4_size);
-/** Starts the client's operating-system services in the memory that `handle_init` left. Returns 0, or a negative code. */
+/**
+ * Starts the client's operating-system services in the memory that `handle_init` wrote. Returns 0,
+ * or a negative code.
+ */
 int32_t os_init(void* pv_memory, uint32_t ui4_size);
 
 #ifdef __cplusplus

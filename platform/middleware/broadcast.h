@@ -10,26 +10,30 @@
 extern "C" {
 #endif
 
-/** Codes of broadcast channels. */
+/** Notification codes. */
 enum {
     BROADCAST_NFY_CHANNEL_CHANGED = 1, /**< a channel was selected, or (id 0) nothing plays any more; pv_arg1: channel id; pv_arg2: 0 main window, 1 sub window; pv_arg3: list id; pv_arg4: 0 */
-    BROADCAST_NFY_TUNING = 2,          /**< the tuner's state changed, before CHANNEL_CHANGED: SEARCHING, then LOCKED or FAILED; IDLE alone where nothing plays any more; pv_arg1: BROADCAST_TUNING_…; pv_arg2: BROADCAST_TUNING_ERROR_…; pv_arg3: channel id; pv_arg4: 0 main window, 1 sub window */
+    BROADCAST_NFY_TUNING = 2,          /**< the tuner's state changed, before CHANNEL_CHANGED: SEARCHING, then LOCKED or FAILED; only IDLE if nothing plays any more; pv_arg1: BROADCAST_TUNING_…; pv_arg2: BROADCAST_TUNING_ERROR_…; pv_arg3: channel id; pv_arg4: 0 main window, 1 sub window */
     BROADCAST_NFY_BANNER = 3           /**< the banner was shown (pv_arg1 1) or hidden (0) */
 };
 
-/** What get_tuning_status answers, of the main window: IDLE while nothing is selected. */
+/** Values of get_tuning_status, for the main window. IDLE while nothing is selected. */
 enum { BROADCAST_TUNING_IDLE = 0, BROADCAST_TUNING_SEARCHING = 1, BROADCAST_TUNING_LOCKED = 2, BROADCAST_TUNING_FAILED = 3 };
 
-/** What get_tuning_error answers: NO_SIGNAL where the multiplex does not come in, NO_SERVICE where it does, but has no streams of the service. */
+/**
+ * Values of get_tuning_error. NO_SIGNAL: the multiplex is not received. NO_SERVICE: it is received,
+ * but has no streams of the service.
+ */
 enum { BROADCAST_TUNING_ERROR_NONE = 0, BROADCAST_TUNING_ERROR_NO_SIGNAL = 1, BROADCAST_TUNING_ERROR_NO_SERVICE = 2 };
 
 /** Flags of a silent selection: the banner stays as it is; no notifications of this module. */
 enum { BROADCAST_SILENT_NO_BANNER = 1 << 0, BROADCAST_SILENT_NO_NOTIFICATION = 1 << 1 };
 
 /**
- * Keys that key_handler understands, all of the main window. Digits are put together; OK, the last digit that a number can
- * have, or some time without a digit select the channel of that number. OK without digits shows the banner. Up and down go
- * through the channels that are shown in number order, around the end. Keys other than digits forget the digits before.
+ * Keys that key_handler knows; they act on the main window. Digits form a number: OK, the last
+ * digit that a number can have, or some time without a digit selects the channel of that number. OK
+ * without digits shows the banner. Up and down go through the visible channels in the order of
+ * their numbers, as a ring. Any key that is not a digit discards the digits before it.
  */
 enum { BROADCAST_KEY_0 = 0, BROADCAST_KEY_9 = 9, BROADCAST_KEY_OK = 13, BROADCAST_KEY_CHANNEL_UP = 20, BROADCAST_KEY_CHANNEL_DOWN = 21, BROADCAST_KEY_LAST_CHANNEL = 22 };
 
@@ -39,7 +43,7 @@ enum { BROADCAST_CONN_ATTR_FREQUENCY_KHZ = 0, BROADCAST_CONN_ATTR_SYMBOL_RATE = 
 /** Levels of the target regions. */
 enum { BROADCAST_REGION_PRIMARY = 1, BROADCAST_REGION_SECONDARY = 2, BROADCAST_REGION_TERTIARY = 3 };
 
-/** Streams of a service. */
+/** Types of the streams of a service. */
 enum { BROADCAST_STREAM_TYPE_AUDIO = 0, BROADCAST_STREAM_TYPE_VIDEO = 1, BROADCAST_STREAM_TYPE_SUBTITLE = 2, BROADCAST_STREAM_TYPE_TELETEXT = 3 };
 typedef uint32_t QORTVAPI_STREAM_TYPE_T;
 
@@ -65,9 +69,9 @@ typedef struct QORTVAPI_EXTERNAL_UI_STATUS_T {
     uint8_t ui1_visible;
 } QORTVAPI_EXTERNAL_UI_STATUS_T;
 
-/** A region that a broadcast is for. */
+/** A target region of a broadcast. */
 typedef struct QORTVAPI_SB_DVB_REGION_T {
-    uint8_t ui1_depth;    /**< how many of the codes count: the level */
+    uint8_t ui1_depth;    /**< number of codes that are used: the level */
     uint16_t ui2_primary;
     uint16_t ui2_secondary;
     uint16_t ui2_tertiary;
@@ -79,11 +83,13 @@ typedef void (*a_qortvapi_broadcast_nfy_fct)(int32_t i4_code, void* pv_tag, void
 int32_t a_qortvapi_broadcast_register_callback(a_qortvapi_broadcast_nfy_fct pf_callback, void* pv_tag);
 
 /*
- * Channel selection, in the main window but where a focus (0 main, 1 sub) is given. `reselect` tunes anew where the
- * channel is the current one; without it such a selection changes and tells nothing. A selection in the main window
- * shows the banner, unless an application covers the picture. A record is named by list and record id, by channel id
- * (list and record id 0), or both when they agree. A number is looked for in the current channel's list first; minor
- * numbers are 0. A programme number is a service id; medium 0: any. TV_NOT_FOUND where there is no such channel.
+ * Channel selection, in the main window unless a focus (0 main, 1 sub) is given. With `reselect`
+ * the channel is tuned again if it is the current one; without it such a selection has no effect
+ * and sends no notification. A selection in the main window shows the banner, unless an application
+ * covers the picture. A channel is named by list and record id, by channel id (list and record id
+ * 0), or by both if they agree. A number is looked up in the current channel's list first; minor
+ * numbers are 0. A programme number is a service id; medium 0: any. TV_NOT_FOUND if there is no
+ * such channel.
  */
 int32_t a_qortvapi_broadcast_select_channel(uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id, uint32_t ui4_channel_id, bool b_reselect);
 int32_t a_qortvapi_broadcast_select_channel_by_focusid(uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id, uint32_t ui4_channel_id, bool b_reselect, uint16_t ui2_focus_id);
@@ -96,48 +102,75 @@ int32_t a_qortvapi_broadcast_set_banner_visibility(bool b_visible);
 /* Tuning, keys, CAM and number queries. */
 int32_t a_qortvapi_broadcast_get_tuning_status(uint32_t* pui4_status);
 int32_t a_qortvapi_broadcast_get_tuning_error(int32_t* pi4_error);
-/* TV_NOT_SUPPORTED for other keys; TV_NOT_FOUND when there is no channel to select. */
+/*
+ * TV_NOT_SUPPORTED for a key that is not listed above; TV_NOT_FOUND if there is no channel to
+ * select.
+ */
 int32_t a_qortvapi_broadcast_key_handler(uint32_t ui4_key_code);
-/* Tunes to the channel that was on last, else the first one that is shown. */
+/* Tunes to the last channel, or to the first visible one if there is no last one. */
 int32_t a_qortvapi_broadcast_switch_input_to_tv(void);
 int32_t a_qortvapi_broadcast_is_cam_installed(uint8_t* pui1_installed);
-/* 1 when what plays has more than one sound track, or subtitles. */
+/* 1 if the current service has more than one audio track, or subtitles. */
 int32_t a_qortvapi_broadcast_is_additional_service_available(uint8_t* pui1_available);
 int32_t a_qortvapi_broadcast_is_support_4_digits_chan_no(uint8_t* pui1_supported);
-/* 1 when a number that was typed has selected a channel since the last reset. */
+/* 1 if a number that the viewer typed has selected a channel since the last reset. */
 int32_t a_qortvapi_broadcast_is_digits_key_handled(uint8_t* pui1_handled);
-/* Whether a channel has that number, or where it need not be exact, one that begins with its digits. */
+/*
+ * Whether a channel has that number or, unless b_exact is set, a number that begins with its
+ * digits.
+ */
 int32_t a_qortvapi_broadcast_is_channel_number_valid(uint32_t ui4_major, uint32_t ui4_minor, bool b_exact, uint8_t* pui1_valid);
 int32_t a_qortvapi_broadcast_set_favorite_icon_on_banner(bool b_shown);
 int32_t a_qortvapi_broadcast_reset_digits_key_handled(void);
-/* All regions of a level; then a region by its place among those of one parent, a code of the level above (0 at the first). */
+/*
+ * The number of regions of a level; a region by its index among those of a parent, which is a code
+ * of the level above (0 for the first level).
+ */
 int32_t a_qortvapi_broadcast_get_target_region_num(uint16_t ui2_level, uint16_t* pui2_count);
 int32_t a_qortvapi_broadcast_get_target_regions(uint16_t ui2_level, uint16_t ui2_parent, uint16_t ui2_index, QORTVAPI_SB_DVB_REGION_T* pt_region);
-/* A tuner type is the BRDCST_MEDIUM_… that it receives; TV_NOT_SUPPORTED for others. Numbers have one part. */
+/*
+ * A tuner type is the BRDCST_MEDIUM_… that it receives; TV_NOT_SUPPORTED for others. Numbers have
+ * one part.
+ */
 int32_t a_qortvapi_broadcast_get_max_possible_major_chan_no(uint16_t ui2_tuner_type, uint32_t* pui4_number);
 int32_t a_qortvapi_broadcast_get_max_possible_minor_chan_no(uint16_t ui2_tuner_type, uint32_t* pui4_number);
 int32_t a_qortvapi_broadcast_get_max_possible_major_digits(uint16_t ui2_tuner_type, uint32_t* pui4_digits);
 int32_t a_qortvapi_broadcast_get_max_possible_minor_digits(uint16_t ui2_tuner_type, uint32_t* pui4_digits);
-/* The name of the CAM that is in, empty without one. pc_name has room for ui4_length bytes and a NUL. */
+/*
+ * The name of the CAM in the slot, empty without one. pc_name has room for ui4_length bytes and a
+ * NUL.
+ */
 int32_t a_qortvapi_broadcast_get_cam_operator_name(uint32_t ui4_length, char* pc_name);
 int32_t a_qortvapi_broadcast_get_mheg_input_event_mask(uint8_t ui1_mask, uint8_t* pui1_set);
 
-/* Of a service context: "main" or "sub", also "main_svctx" and "sub_svctx", cut to five characters or not. */
-/* Ends what plays there, until something is selected; it has ended when this returns, in any case. */
+/*
+ * Service contexts. ps_context: "main" or "sub", also "main_svctx" and "sub_svctx", whole or cut to
+ * five characters.
+ */
+/*
+ * Stops the context until something is selected. It has stopped when the function returns, whatever
+ * b_block is.
+ */
 int32_t a_qortvapi_broadcast_sync_stop(const char* ps_context, bool b_block);
-/* Of the main window: 1 where no signal comes in, or nothing is selected. */
+/* For the main window: 1 if there is no signal, or nothing is selected. */
 int32_t a_qortvapi_broadcast_is_signal_loss(void);
-/* Of the main window, per cent: 0 without a signal, else by the packets that come in damaged; TV_NOT_FOUND while nothing is selected. */
+/*
+ * For the main window, in per cent: 0 without a signal, otherwise by the share of damaged packets;
+ * TV_NOT_FOUND while nothing is selected.
+ */
 int32_t a_qortvapi_broadcast_get_signal_level(void);
 int32_t a_qortvapi_broadcast_get_signal_quality(void);
-/* TV_NOT_FOUND when what plays has no such stream. */
+/* TV_NOT_FOUND if the service that plays has no such stream. */
 int32_t a_qortvapi_broadcast_strm_is_orig_scramble(const char* ps_context, QORTVAPI_STREAM_TYPE_T e_stream_type, uint8_t* pui1_scrambled);
-/* Selects the first channel of the multiplex at that frequency (within 500 kHz; on satellite with that polarisation); medium 0: any. TV_NOT_FOUND, and nothing changes, where there is none. */
+/*
+ * Selects the first channel of the multiplex at that frequency (within 500 kHz; on satellite with
+ * that polarisation); medium 0: any. TV_NOT_FOUND, without a change, if there is none.
+ */
 int32_t a_qortvapi_broadcast_change_freq(const char* ps_context, const QORTVAPI_FREQ_INFO_T* pt_frequency);
-/* TV_NOT_SUPPORTED: the set has no analogue tuner. */
+/* TV_NOT_SUPPORTED: this television has no analogue tuner. */
 int32_t a_qortvapi_broadcast_ana_channel_fine_tune(const char* ps_context, int32_t i4_offset, bool b_tune_now);
 int32_t a_qortvapi_broadcast_get_connect_attr(const char* ps_context, int32_t i4_attribute, int32_t* pi4_value);
-/* An application tells that its picture covers the television's, or no longer does. */
+/* Called by an application when it begins or ceases to cover the picture. */
 int32_t a_qortvapi_broadcast_transfer_external_ui_status(const QORTVAPI_EXTERNAL_UI_STATUS_T* pt_status);
 
 #ifdef __cplusplus

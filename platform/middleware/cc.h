@@ -8,7 +8,10 @@
 extern "C" {
 #endif
 
-/** Caption streams of each family. get_CCString answers the stream in use from 1, or 0 while the family is off. */
+/**
+ * The number of caption streams of each family. get_CCString returns the current stream, from 1, or
+ * 0 while the family is off.
+ */
 enum { ISDBCC_STREAM_COUNT = 2, ATSCCC_STREAM_COUNT = 6, ANALOGCC_STREAM_COUNT = 8 };
 int32_t a_qortvapi_isdbcc_enable(bool b_enable);
 int32_t a_qortvapi_isdbcc_next_stream(void);

@@ -2,16 +2,17 @@
  * Channel lists: services (SVL), transport streams (TSL), satellites, networks, BISS keys,
  * favourites. Part of the TV middleware client library.
  *
- * Every function returns 0 (or the number, id or index asked for) or a negative code of
- * middleware/result_codes.h; outputs are written on success only. Record pointers are the caller's
- * and are not kept. Records stand in the order of their channel numbers, and indexes into a list
+ * Every function returns 0, or the number, id or index asked for, or a negative code of
+ * middleware/result_codes.h. Outputs are written on success only. Record pointers belong to the
+ * caller and are not kept. Records are in the order of their channel numbers; indexes into a list
  * count from 0.
  *
  * Masks: a channel matches when (ui4_nw_mask & mask) == mask_value and, where there are attribute
  * arguments, (ui4_option_mask & attr_mask) == attr_value. A filter is a mask of which all bits must
- * be set in ui4_nw_mask; 0 lets every channel through.
+ * be set in ui4_nw_mask; with 0 every channel matches.
  *
- * Any thread may call; handlers are called on the television's own thread, without any of its locks.
+ * Any thread may call. Handlers are called on the television's own thread, which holds no lock
+ * then.
  */
 #pragma once
 
@@ -25,7 +26,7 @@
 extern "C" {
 #endif
 
-/** Lists that there is one of: satellites (beside the satellite services), BISS keys. */
+/** The ids of the satellite list and the BISS-key list, of which there is one each. */
 enum { SATL_ID_MAIN = SVL_ID_SATELLITE, BSL_ID_MAIN = 1 };
 
 /**
@@ -41,7 +42,9 @@ enum {
     CHANNEL_LIST_NFY_RESTORED = 6    /**< a snapshot was restored */
 };
 
-/** The channel list changed. The first handler is told at once when the lists are loaded already. */
+/**
+ * The channel list changed. The first handler is notified at once if the lists are loaded already.
+ */
 typedef void (*a_qortvapi_channellist_update_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_channellist_register_callback(a_qortvapi_channellist_update_nfy_fct pf_callback, void* pv_tag);
 
@@ -49,7 +52,10 @@ int32_t a_qortvapi_channellist_register_callback(a_qortvapi_channellist_update_n
 typedef void (*a_qortvapi_channellist_tvprovider_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_tvprovider_channellist_register_callback(a_qortvapi_channellist_tvprovider_nfy_fct pf_callback, void* pv_tag);
 
-/** The code of service-list and transport-stream-list updates. pv_arg1: the list id; the other arguments are 0. */
+/**
+ * The code of service-list and transport-stream-list updates. pv_arg1: the list id; the other
+ * arguments are 0.
+ */
 enum { CHANNEL_LIST_ID_NFY_CURRENT = 1 };
 
 /** Another service list became the current one. */
@@ -68,14 +74,17 @@ int32_t a_qortvapi_listMode_update_register_callback(a_qortvapi_channellist_list
 typedef void (*a_qortvapi_channellist_ocl_scaninfo_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2);
 int32_t a_qortvapi_ocl_scanInfo_register_callback(a_qortvapi_channellist_ocl_scaninfo_nfy_fct pf_callback, void* pv_tag);
 
-/** Codes of BISS-key and satellite-list updates. pv_arg1: the list; pv_arg2: the records in it; pv_arg3: the record concerned, 0 for several. */
+/**
+ * Codes of BISS-key and satellite-list updates. pv_arg1: the list; pv_arg2: the records in it;
+ * pv_arg3: the record concerned, 0 for several.
+ */
 enum { BISSKEY_NFY_KEYS_CHANGED = 1, BISSKEY_NFY_SATELLITES_CHANGED = 2 };
 
 /** The BISS-key list changed; satellite-list changes come through the same registration. */
 typedef void (*a_qortvapi_channellist_bisskey_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_bisskey_register_callback(a_qortvapi_channellist_bisskey_nfy_fct pf_callback, void* pv_tag);
 
-/** A column that the application watches changed. */
+/** A field of the records that the application is concerned with changed. */
 typedef void (*a_qortvapi_channellist_concerncolumn_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_concerncolumn_channellist_register_callback(a_qortvapi_channellist_concerncolumn_nfy_fct pf_callback, void* pv_tag);
 
@@ -87,16 +96,17 @@ typedef void (*a_qortvapi_channellist_nwl_nfy_fct)(int32_t i4_code, void* pv_tag
 int32_t a_qortvapi_nwl_update_register_callback(a_qortvapi_channellist_nwl_nfy_fct pf_callback, void* pv_tag);
 
 /*
- * The database lock: keeps the television from loading the lists anew while a client makes several
- * calls. It counts: clients nest it, and share it with each other. The arguments are not looked at.
- * The television waits at most 2 s for it. An unlock without a lock is TV_BUSY.
+ * The database lock: keeps the television from reloading the lists while a client makes several
+ * calls. It is a counter, so that locks can be nested and held by several clients at a time. The
+ * arguments are ignored. The television waits at most 2 s for it. An unlock without a lock is
+ * TV_BUSY.
  */
 int32_t a_qortvapi_channellist_lock_database(uint32_t ui4_svl_id, uint32_t ui4_flags);
 int32_t a_qortvapi_channellist_unlock_database(uint32_t ui4_svl_id, uint32_t ui4_flags);
 
 /*
- * Single channels: by id, by handle, the current one; selection. ui1_window: 0 main, 1 sub. A record
- * pointer may be null where a function has two: that record is not wanted.
+ * Single channels: by id, by handle, the current one; selection. ui1_window: 0 main, 1 sub. Where a
+ * function has two record pointers, one may be null if that record is not wanted.
  */
 int32_t a_qortvapi_channellist_get_channel_by_id(uint32_t ui4_channel_id, uint16_t ui2_svl_id, SVL_REC_T* pt_svl_rec, TSL_REC_T* pt_tsl_rec);
 int32_t a_qortvapi_channellist_get_current_chan_id(void);
@@ -113,12 +123,16 @@ int32_t a_qortvapi_channellist_get_channel_number(uint32_t ui4_channel_id);
 /** Items of a channel's reception parameters. */
 enum { RF_INFO_FREQUENCY_KHZ = 0, RF_INFO_SYMBOL_RATE = 1, RF_INFO_BANDWIDTH_HZ = 2, RF_INFO_MODULATION = 3, RF_INFO_POLARIZATION = 4, RF_INFO_FEC_INNER = 5 };
 
-/** Which records a write concerns. Of a service: its name, number, option mask, and the active, guide and visible bits; found by channel id. Of a multiplex: its network name; found by record id. */
+/**
+ * Which records are written. Of a service, found by its channel id: name, number, option mask and
+ * the active, guide and visible bits. Of a multiplex, found by its record id: the network name.
+ */
 enum { CHANNEL_WRITE_BOTH = 0, CHANNEL_WRITE_SERVICE = 1, CHANNEL_WRITE_MULTIPLEX = 2 };
 
 /*
- * List handles and bulk reads into shared memory; record writes. By handle, ui2_index is a place in
- * the list. A write to a channel number in use is TV_BUSY. Handles of 0 in a write mean the list's own.
+ * List handles and bulk reads into shared memory; record writes. By handle, ui2_index is an index
+ * into the list. To write a channel number that is in use is TV_BUSY. A handle of 0 in a write
+ * stands for the handle of the list.
  */
 int32_t a_qortvapi_channellist_get_svl_handle_by_svl_id(uint16_t ui2_svl_id, uint32_t* pui4_svl_handle);
 int32_t a_qortvapi_channellist_get_tsl_handle_by_svl_id(uint16_t ui2_svl_id, uint32_t* pui4_tsl_handle);
@@ -130,22 +144,23 @@ int32_t a_qortvapi_channellist_get_svl_info_by_brdcast_medium(uint8_t ui1_brdcst
 /*
  * Order, favourites and filtered lists. Two channels that are swapped exchange their numbers.
  *
- * Bulk reads write the service and its multiplex into the same slot of both arrays, never more slots
- * than asked for, and leave the slots beyond alone. An array that cannot be written (null, or the
- * address that mmap fails with) or a count above 65,535 is TV_INVALID_ARGUMENT; a count of 0 is not.
+ * Bulk reads write a service and its multiplex at the same index of both arrays, at most as many as
+ * asked for, and do not touch the rest of the arrays. An array that cannot be written (null, or
+ * MAP_FAILED) or a count above 65,535 is TV_INVALID_ARGUMENT; a count of 0 is valid.
  *
- * By broadcast type (0: any): ui4_count matching channels from the one at ui4_start_index; answers how
- * many were written, and how many match in all.
+ * By broadcast type (0: any): reads ui4_count matching channels from the one at ui4_start_index on.
+ * Writes how many were read, and how many match in all.
  *
- * By filter: up to i4_prev_count channels that stand before i4_channel_id (0: the first), then up to
- * i4_next_count from it on, back to back and in list order. With b_wrap the list is a ring; no channel
- * is written twice, and the next ones come first when there are too few for both.
+ * By filter: reads up to i4_prev_count channels before i4_channel_id (0: the first channel), then
+ * up to i4_next_count from it on, one after another in list order. With b_wrap the list is a ring;
+ * no channel is read twice, and if there are too few for both parts, the second one is filled
+ * first.
  *
- * ui4_steps back from a channel always runs around the ring.
+ * get_prev_channel_id_by_filter goes ui4_steps back from a channel, always around the ring.
  *
- * favoritelist_… act on favourite list 0 of the current channel's service list; places count from 0.
- * set_favorites_by_id counts from 1: position 0 or beyond the end is the end; the answer is the place
- * that the channel got, 0 when it was taken out.
+ * favoritelist_… functions act on favourite list 0 of the current channel's service list, with
+ * indexes from 0. set_favorites_by_id has positions from 1: position 0, or one beyond the end,
+ * appends. It writes the position of the channel, 0 if it was removed.
  */
 int32_t a_qortvapi_channellist_swap_channels(uint32_t ui4_channel_id, uint32_t ui4_other_channel_id, uint16_t ui2_svl_id);
 int32_t a_qortvapi_channellist_swap_favorites(uint8_t ui1_fav_list, uint32_t ui4_channel_id, uint32_t ui4_other_channel_id, uint16_t ui2_svl_id);
@@ -164,16 +179,17 @@ int32_t a_qortvapi_favoritelist_swap_favoritelist_by_index(uint16_t ui2_index, u
 int32_t a_qortvapi_channellist_set_svl_tsl_rec_info_without_notify(uint32_t ui4_svl_id, uint32_t ui4_flags, uint16_t ui2_tsl_id, uint32_t ui4_svl_handle, uint32_t ui4_tsl_handle, uint32_t ui4_operation, const SVL_REC_T* pt_svl_rec, const TSL_REC_T* pt_tsl_rec);
 
 /*
- * Queries by block, mask, name, broadcast type; deletion. A name matches when it contains the given
- * text, upper or lower case. A query answers how many channels match it, or the one at ui4_index.
+ * Queries by block, mask, name, broadcast type; deletion. A name matches if it contains the given
+ * text; case is ignored. A query counts the channels that match, or reads the one at ui4_index.
  *
- * By mask, a channel id of 0 reads the matching channels from the one at ui4_start_index. Otherwise
- * those after the channel are read in list order (direction 0 or more), or those before it, nearest
- * first (direction below 0), and ui4_start_index of them are skipped. Answers how many were written.
+ * By mask, with a channel id of 0: reads the matching channels from the one at ui4_start_index on.
+ * Otherwise reads the channels after the given one in list order (direction 0 or more), or those
+ * before it, nearest first (direction below 0), and skips the first ui4_start_index of them.
+ * Returns how many were written.
  *
- * Deleted channels stay away until their multiplex leaves the streams and comes again, or a snapshot
- * from before is restored. Numbers of other channels do not change. The lists of logical channels
- * (LOL) are part of the service lists: cleaning one alone changes nothing.
+ * A deleted channel stays deleted until its multiplex leaves the streams and comes back, or an
+ * earlier snapshot is restored. The numbers of other channels do not change. The lists of logical
+ * channels (LOL) are part of the service lists: to clean one alone has no effect.
  */
 int32_t a_qortvapi_channellist_interface(uint32_t ui4_operation, const CHANNEL_IF_BLOCK_T* pt_block, uint32_t ui4_argument, uint64_t ui8_data, uint32_t ui4_data_size);
 int32_t a_qortvapi_channellist_get_channel_number_by_query_info(uint32_t ui4_svl_id, uint32_t ui4_query_type, uint16_t ui2_tsl_id, const CHANNEL_QUERY_T* pt_query_info);
@@ -192,7 +208,9 @@ int32_t a_qortvapi_channellist_clean_lol(uint16_t ui2_lol_id);
 int32_t a_qortvapi_channellist_and_ts_del_by_brdcst(uint16_t ui2_svl_id, uint8_t ui1_brdcst_type);
 int32_t a_qortvapi_channellist_is_exist_by_channel_number(uint16_t ui2_svl_id, uint32_t ui4_channel_number);
 
-/* Snapshots of a list (at most 16 at a time, gone when the television stops), records by record id. */
+/*
+ * Snapshots of a list (at most 16 at a time, lost when the television stops); records by record id.
+ */
 int32_t a_qortvapi_channellist_create_snapshot(uint16_t ui2_svl_id, int32_t* pi4_snapshot_id);
 int32_t a_qortvapi_channellist_restore_snapshot(int32_t i4_snapshot_id);
 int32_t a_qortvapi_channellist_free_snapshot(int32_t i4_snapshot_id);
@@ -200,11 +218,15 @@ int32_t a_qortvapi_channellist_get_svl_tsl_rec_by_svl_rec_id(uint16_t ui2_svl_id
 int32_t a_qortvapi_channellist_del_tsl_svl_rec_by_tsl_rec_id(uint16_t ui2_svl_id, uint16_t ui2_tsl_rec_id);
 int32_t a_qortvapi_channellist_del_tsl_svl_rec_by_satl_rec_id(uint16_t ui2_svl_id, uint16_t ui2_satl_rec_id, bool b_keep_favourites);
 
-/* What the TV provider of the system asks for: the ids of the service lists that have channels. */
+/* Questions of the system's TV provider: the ids of the service lists that have channels. */
 int32_t a_qortvapi_tvprovider_get_all_svlid(uint16_t* pui2_svl_ids, uint16_t ui2_count, uint16_t* pui2_filled);
 int32_t a_qortvapi_tvprovider_get_all_svlid_count(uint16_t* pui2_count);
 
-/* Favourite lists of a service list: ui1_fav_list below FAV_LIST_COUNT. Indexes and positions count the channels that match the mask. insert_move also adds a channel that is not in the list. */
+/*
+ * Favourite lists of a service list: ui1_fav_list is less than FAV_LIST_COUNT. Indexes and
+ * positions count the channels that match the mask. insert_move also adds a channel that is not in
+ * the list.
+ */
 int32_t a_qortvapi_favorite_list_get_svl_handle_by_favorite_list_idx(uint16_t ui2_svl_id, uint8_t ui1_fav_list, uint32_t* pui4_svl_handle);
 int32_t a_qortvapi_favorite_list_add_tail(uint16_t ui2_svl_id, uint8_t ui1_fav_list, uint32_t ui4_channel_id);
 int32_t a_qortvapi_favorite_list_add_all(uint16_t ui2_svl_id, uint8_t ui1_fav_list, uint32_t ui4_mask, uint32_t ui4_mask_value);
@@ -217,10 +239,13 @@ int32_t a_qortvapi_favorite_list_get_svl_tsl_rec_by_index(uint16_t ui2_svl_id, u
 int32_t a_qortvapi_favorite_list_get_index_by_channel(uint16_t ui2_svl_id, uint8_t ui1_fav_list, uint32_t ui4_mask, uint32_t ui4_mask_value, uint32_t ui4_channel_id, uint32_t* pui4_index);
 int32_t a_qortvapi_favorite_list_insert_move(uint16_t ui2_svl_id, uint8_t ui1_fav_list, uint32_t ui4_mask, uint32_t ui4_mask_value, uint32_t ui4_channel_id, uint32_t ui4_position);
 
-/** How the lists are kept: one for each medium. */
+/** List modes. This television always has one list for each medium. */
 enum { CHANNEL_LIST_MODE_BY_MEDIUM = 0 };
 
-/* Further handles, the one-list mode (this television has none), the channel pump: a version that the application keeps for each list. */
+/*
+ * Further handles; the mode with one list for all media, which this television does not have; the
+ * version of the channel pump, a number that the application keeps for each list.
+ */
 int32_t a_qortvapi_channellist_get_satl_handle_by_satl_id(uint16_t ui2_satl_id, uint32_t* pui4_satl_handle);
 int32_t a_qortvapi_channellist_get_lol_handle_by_lol_id(uint16_t ui2_lol_id, uint32_t* pui4_lol_handle);
 int32_t a_qortvapi_channellist_get_num_by_mask_and_brdcst(uint32_t ui4_svl_id, uint32_t ui4_mask, uint32_t ui4_mask_value, uint8_t ui1_brdcst_type);
@@ -232,11 +257,11 @@ int32_t a_qortvapi_channellist_setChannelPumpVer(uint32_t ui4_svl_id, uint32_t u
 int32_t a_qortvapi_one_channellist_add_channel_to_max(uint16_t ui2_svl_id, uint16_t ui2_svl_rec_id);
 
 /*
- * Channel ids: making them and taking them apart. No list is read. A two-part id has a major and a
- * minor number (0 to 1023), a one-part id one number (0 to 1,048,575), a non-PSIP id a physical
- * channel (0 to 255) and a program (0 to 4095); each has an index from 0 to max_channel_index. Answers
- * the id, or TV_INVALID_ARGUMENT. The major number of a one-part id is its number, of a non-PSIP id
- * its physical channel; the minor number is 0 and its program.
+ * Channel ids: composing them and taking them apart. No list is read. A two-part id has a major and
+ * a minor number (0 to 1023), a one-part id one number (0 to 1,048,575), a non-PSIP id a physical
+ * channel (0 to 255) and a program (0 to 4095); each has an index from 0 to max_channel_index. The
+ * gen functions return the id, or TV_INVALID_ARGUMENT. A one-part id has its number as major number
+ * and 0 as minor number, a non-PSIP id its physical channel and its program.
  */
 int32_t a_qortvapi_channellist_gen_channel_id(uint32_t ui4_major, uint32_t ui4_minor, uint32_t ui4_index);
 int32_t a_qortvapi_channellist_gen_one_part_channel_id(uint32_t ui4_number, uint32_t ui4_index);
@@ -255,10 +280,11 @@ int32_t c_svl_get_rec(uint32_t ui4_svl_handle, uint16_t ui2_svl_rec_id, SVL_REC_
 int32_t c_tsl_get_rec(uint32_t ui4_tsl_handle, uint16_t ui2_tsl_rec_id, TSL_REC_T* pt_tsl_rec, uint32_t* pui4_version);
 
 /*
- * Satellite list (SATL_ID_MAIN). qry_rec_id answers the record id at an index. An update of a record
- * that does not exist is TV_NOT_FOUND, or adds it where b_force is set. Its locks count like the
- * database lock. The same holds for the lists below; transport-stream and network lists bear the ids
- * of the service lists, and what the streams carry comes back into them with the next load.
+ * Satellite list (SATL_ID_MAIN). qry_rec_id writes the record id at an index. An update of a record
+ * that does not exist is TV_NOT_FOUND, or adds it if b_force is set. Its locks are counters like
+ * the database lock. All this holds for the lists below, too. Transport-stream and network lists
+ * have the ids of the service lists; what the streams carry is added to them again with the next
+ * load.
  */
 int32_t a_qortvapi_satllist_lock_database(uint16_t ui2_satl_id);
 int32_t a_qortvapi_satllist_unlock_database(uint16_t ui2_satl_id);
@@ -275,10 +301,13 @@ int32_t a_qortvapi_satllist_create_snapshot(uint16_t ui2_satl_id, uint32_t* pui4
 int32_t a_qortvapi_satllist_restore_snapshot(uint32_t ui4_snapshot_id);
 int32_t a_qortvapi_satllist_free_snapshot(uint32_t ui4_snapshot_id);
 
-/** What set_bsl_rec_info does with a record. An added one gets a new id. */
+/** Operations of set_bsl_rec_info. An added record gets a new id. */
 enum { BISSKEY_ADD = 0, BISSKEY_MODIFY = 1, BISSKEY_DELETE = 2 };
 
-/* BISS keys. A header field of 0 matches everything. is_same_record answers 1 or 0. set_key_for_current_channel finds the key of the current channel. */
+/*
+ * BISS keys. A header field of 0 matches everything. is_same_record returns 1 or 0.
+ * set_key_for_current_channel looks for the key of the current channel.
+ */
 int32_t a_qortvapi_bisskey_get_bsl_handle_by_bsl_id(uint16_t ui2_bsl_id, uint32_t* pui4_bsl_handle);
 int32_t a_qortvapi_bisskey_lock_database(uint32_t ui4_bsl_handle);
 int32_t a_qortvapi_bisskey_unlock_database(uint32_t ui4_bsl_handle);
@@ -293,7 +322,10 @@ int32_t a_qortvapi_bisskey_is_same_record(const BSL_REC_T* pt_bsl_rec, const BSL
 int32_t a_qortvapi_bisskey_get_default_record(BSL_REC_T* pt_bsl_rec);
 int32_t a_qortvapi_bisskey_set_key_for_current_channel(void);
 
-/* Transport-stream list. Array reads write the records from ui2_start on, at most ui2_count, and none at or beyond ui2_total. */
+/*
+ * Transport-stream list. Array reads write at most ui2_count records from index ui2_start on, and
+ * none at index ui2_total or above.
+ */
 int32_t a_qortvapi_tsl_clean(uint16_t ui2_tsl_id);
 int32_t a_qortvapi_tsl_del_rec(uint16_t ui2_tsl_id, uint16_t ui2_tsl_rec_id);
 int32_t a_qortvapi_tsl_qry_rec_id(uint16_t ui2_tsl_id, uint8_t ui1_index, uint16_t* pui2_tsl_rec_id);

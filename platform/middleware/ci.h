@@ -2,8 +2,8 @@
  * Conditional access: the Common Interface module (CAM), its dialogues (MMI), its keys. Part of the
  * TV middleware client library.
  *
- * Texts are UTF-16. Lengths of texts count units of two bytes, all others bytes. Functions return 0
- * or a negative code of middleware/result_codes.h.
+ * Texts are UTF-16. The length of a text counts units of two bytes, any other length bytes.
+ * Functions return 0 or a negative code of middleware/result_codes.h.
  */
 #pragma once
 
@@ -16,46 +16,48 @@
 extern "C" {
 #endif
 
-/** What ci_get reads, as far as it has a name. All but the states of slot and dialogue need a module. */
+/** Types of ci_get that have a name. All but SLOT_STATE and MMI_STATE need a module. */
 enum {
-    QORTVAPI_CI_GET_TYPE_CAM_NAME = 0,     /**< a text; without a buffer only its length is answered */
+    QORTVAPI_CI_GET_TYPE_CAM_NAME = 0,     /**< a text; without a buffer only its length is written */
     QORTVAPI_CI_GET_TYPE_SLOT_STATE = 1,   /**< a byte: CI_SLOT_STATE_... */
-    QORTVAPI_CI_GET_TYPE_MMI_STATE = 2,    /**< a CI_MMI_STATE_T: what the module waits for */
-    QORTVAPI_CI_GET_TYPE_PIN_TRIES = 13,   /**< a byte: wrong PINs that the module still takes; 0 when it is locked */
+    QORTVAPI_CI_GET_TYPE_MMI_STATE = 2,    /**< a CI_MMI_STATE_T: the question that the module waits for an answer to */
+    QORTVAPI_CI_GET_TYPE_PIN_TRIES = 13,   /**< a byte: wrong PINs that the module still accepts; 0 if it is locked */
     QORTVAPI_CI_GET_TYPE_PROFILE_NAME = 15, /**< a text of at most 100 units, whatever length is passed */
-    QORTVAPI_CI_GET_TYPE_QUERY_BLOCK = 16, /**< 12 bytes, which hold the question before */
+    QORTVAPI_CI_GET_TYPE_QUERY_BLOCK = 16, /**< 12 bytes, which hold the query before the call */
     QORTVAPI_CI_GET_TYPE_CAM_ID = 18,      /**< 8 bytes */
     QORTVAPI_CI_GET_TYPE_LANG_CODE = 20,   /**< three letters */
-    QORTVAPI_CI_GET_TYPE_CAM_PIN_CODE = 29 /**< a CI_CAM_PIN_CODE_T, left alone until the PIN was entered right */
+    QORTVAPI_CI_GET_TYPE_CAM_PIN_CODE = 29 /**< a CI_CAM_PIN_CODE_T; not written until the right PIN was entered */
 };
 
-/** What is in the slot. */
+/** States of the slot. */
 enum {
     CI_SLOT_STATE_EMPTY = 0,
-    CI_SLOT_STATE_READY = 1,    /**< a module that answers */
-    CI_SLOT_STATE_UPGRADING = 2 /**< a module that takes new firmware, and opens no dialogue meanwhile */
+    CI_SLOT_STATE_READY = 1,    /**< a module that can be used */
+    CI_SLOT_STATE_UPGRADING = 2 /**< a module that installs new firmware, and opens no dialogue meanwhile */
 };
 
-/** What ci_set does, as far as it has a name. */
+/** Types of ci_set that have a name. */
 enum {
-    QORTVAPI_CI_SET_TYPE_MMI_ENTER = 0,       /**< no data: opens the module's main menu, also over another dialogue */
+    QORTVAPI_CI_SET_TYPE_MMI_ENTER = 0,       /**< no data: opens the module's main menu, also during another dialogue */
     QORTVAPI_CI_SET_TYPE_MMI_CLOSE = 1,       /**< no data: ends the dialogue */
     QORTVAPI_CI_SET_TYPE_MMI_ENQ_ANS = 2,     /**< a CI_MMI_ENQ_ANS_T */
     QORTVAPI_CI_SET_TYPE_MMI_MENU_ANS = 3,    /**< a CI_MMI_MENU_ANS_T */
-    QORTVAPI_CI_SET_TYPE_PIN_CMD = 34,        /**< the module's PIN: digits, ended by a NUL; the module replies */
+    QORTVAPI_CI_SET_TYPE_PIN_CMD = 34,        /**< the module's PIN: digits and a NUL; the module replies with PIN_REPLY */
     QORTVAPI_CI_SET_TYPE_SAS_DTID_EVENT = 40, /**< a word of 32 bits */
-    QORTVAPI_CI_SET_TYPE_HDS_CONFIRM = 47,    /**< no data: the answer is the information word */
-    QORTVAPI_CI_SET_TYPE_NAV_CAM_SCAN = 80    /**< a flag, passed by value in the place of the pointer */
+    QORTVAPI_CI_SET_TYPE_HDS_CONFIRM = 47,    /**< no data: the answer is in ui4_info */
+    QORTVAPI_CI_SET_TYPE_NAV_CAM_SCAN = 80    /**< a flag, passed by value in place of the pointer */
 };
 
-/** Conditions that have a name. Those of a value have it in the place of the data pointer. */
+/**
+ * Conditions that have a name. "A value" is a number that is passed in place of the data pointer.
+ */
 enum {
     QORTVAPI_CI_NFY_COND_CARD_INSERT = 0,                /**< a value: CI_CARD_... */
     QORTVAPI_CI_NFY_COND_MMI_ENQUIRY = 3,                /**< a CI_MMI_ENQ_T */
     QORTVAPI_CI_NFY_COND_MMI_MENU = 4,                   /**< a CI_MMI_MENU_T */
     QORTVAPI_CI_NFY_COND_MMI_LIST = 5,                   /**< a CI_MMI_MENU_T */
     QORTVAPI_CI_NFY_COND_MMI_CLOSE = 6,                  /**< a CI_MMI_ENQ_CLOSE_T */
-    QORTVAPI_CI_NFY_COND_FIRMWARE_UPGRADE = 15,          /**< 4 bytes: the version that the module begins to take */
+    QORTVAPI_CI_NFY_COND_FIRMWARE_UPGRADE = 15,          /**< 4 bytes: the version that the module begins to install */
     QORTVAPI_CI_NFY_COND_FIRMWARE_UPGRADE_PROGRESS = 16, /**< 2 bytes: per cent */
     QORTVAPI_CI_NFY_COND_ERROR = 23,                     /**< a CI_ERROR_T */
     QORTVAPI_CI_NFY_COND_PIN_REPLY = 42,                 /**< a value: CI_PIN_STATE_... */
@@ -64,22 +66,28 @@ enum {
     QORTVAPI_CI_NFY_COND_HDS_REQUEST = 66                /**< a value: the command */
 };
 
-/** Values of CARD_INSERT. One that is in already is told of on registration. */
+/** Values of CARD_INSERT. A module that is in the slot already is notified on registration. */
 enum { CI_CARD_REMOVED = 0, CI_CARD_INSERTED = 1 };
 
-/** Values of PIN_REPLY. The PIN that uses up the last try is answered with LOCKED, and so is every one after it. */
+/**
+ * Values of PIN_REPLY. The reply to the PIN that uses up the last try, and to every later one, is
+ * LOCKED.
+ */
 enum { CI_PIN_STATE_WRONG = 0, CI_PIN_STATE_RIGHT = 1, CI_PIN_STATE_LOCKED = 2 };
 
-/** A one-byte value of a_qortvapi_util_set, of any kind: 0 takes the module out of the slot, 1 puts it in again. It is done, not kept. */
+/**
+ * The name of a value of one byte for a_qortvapi_util_set, with any kind: 0 removes the module from
+ * the slot, 1 inserts it again. The value is not stored.
+ */
 #define CI_SLOT_UTIL_NAME "cam_slot"
 
-/** Items that a menu has at most. */
+/** The most items that a menu can have. */
 enum { CI_MMI_MENU_MAX_ITEMS = 64 };
 
-/** What a dialogue waits for. */
+/** Kinds of questions in a dialogue. */
 enum { CI_MMI_KIND_NONE = 0, CI_MMI_KIND_MENU = 1, CI_MMI_KIND_LIST = 2, CI_MMI_KIND_ENQUIRY = 3 };
 
-/** The question that is open, for who comes in the middle of a dialogue. */
+/** The open question, for applications that start in the middle of a dialogue. */
 typedef struct CI_MMI_STATE_T {
     uint32_t ui4_id;           /**< 0 without a dialogue */
     uint8_t ui1_kind;          /**< CI_MMI_KIND_... */
@@ -91,10 +99,13 @@ typedef struct CI_MMI_STATE_T {
 /** Answers to an enquiry. */
 enum { CI_MMI_ENQ_CANCELLED = 0, CI_MMI_ENQ_ANSWERED = 1 };
 
-/** The answer to a menu or list that leads back; items count from 1. */
+/** The answer to a menu or list that goes back one step; items count from 1. */
 enum { CI_MMI_MENU_BACK = 0 };
 
-/** The viewer's answer to an enquiry. The text is the caller's. It ends with a zero unit or is as long as the enquiry's answer length: nothing else tells the module its size. Null is an empty text. */
+/**
+ * The viewer's answer to an enquiry. The text belongs to the caller. Its size is not passed: it
+ * ends with a zero unit, or with the answer length of the enquiry. Null is an empty text.
+ */
 typedef struct CI_MMI_ENQ_ANS_T {
     uint32_t ui4_id;
     uint8_t ui1_answer;
@@ -108,13 +119,16 @@ typedef struct CI_MMI_MENU_ANS_T {
     uint8_t aui1_pad[3];
 } CI_MMI_MENU_ANS_T;
 
-/** Where a read of the PIN goes: four digits, and whether they are valid. */
+/** Pointers to where the PIN is written: four digits, and whether they are valid. */
 typedef struct CI_CAM_PIN_CODE_T {
     uint8_t* pui1_valid;
     uint16_t* pui2_pin_code;
 } CI_CAM_PIN_CODE_T;
 
-/** An enquiry. Texts here and in a menu end with a zero unit and may be null; they are valid during the notification. */
+/**
+ * An enquiry. Texts here and in a menu end with a zero unit and may be null; they are valid during
+ * the notification.
+ */
 typedef struct CI_MMI_ENQ_T {
     uint32_t ui4_id;
     uint8_t ui1_answer_length;
@@ -140,15 +154,15 @@ typedef struct CI_MMI_MENU_T {
 /** Who ended a dialogue. */
 enum { CI_MMI_CLOSE_BY_MODULE = 0, CI_MMI_CLOSE_BY_HOST = 1, CI_MMI_CLOSE_REMOVED = 2 };
 
-/** A dialogue is over: CI_MMI_CLOSE_..., and a byte of 0. */
+/** The end of a dialogue: CI_MMI_CLOSE_..., and a byte of 0. */
 typedef struct CI_MMI_ENQ_CLOSE_T {
     uint8_t aui1_data[2];
 } CI_MMI_ENQ_CLOSE_T;
 
-/** What went wrong. */
+/** Errors of the module. */
 enum {
-    CI_ERROR_UNUSABLE_MODULE = 1, /**< a module came that cannot be used; value 0 */
-    CI_ERROR_UPGRADE_BROKEN = 2   /**< a module was removed during an upgrade; value: the per cent that it had */
+    CI_ERROR_UNUSABLE_MODULE = 1, /**< the module that was inserted cannot be used; value 0 */
+    CI_ERROR_UPGRADE_BROKEN = 2   /**< the module was removed during an upgrade; value: its progress in per cent */
 };
 
 /** An error of the module. */
@@ -159,24 +173,33 @@ typedef struct CI_ERROR_T {
 
 /** The module reports a condition. */
 typedef void (*a_qortvapi_ci_nfy_fct)(uint32_t h_ci, void* pv_tag, int32_t i4_cond, void* pv_data);
-/** Registers a handler and writes the handle of the registration, above 0. The same handler under the same number gets the new tag and keeps its handle. */
+/**
+ * Registers a handler and writes the handle of the registration, above 0. The same handler under
+ * the same number gets the new tag and keeps its handle.
+ */
 int32_t a_qortvapi_ci_reg_cb(uint32_t* ph_ci, uint32_t ui4_number, uint32_t ui4_tag, a_qortvapi_ci_nfy_fct pf_callback);
 
-/** pui4_length: what the buffer holds before, what was written after. Texts are cut to fit; all else needs the room that its type says. Without a module: TV_NOT_FOUND. */
+/**
+ * pui4_length: in, the size of the buffer; out, the length that was written. A text is cut to fit;
+ * any other data need a buffer of their size. TV_NOT_FOUND without a module.
+ */
 int32_t a_qortvapi_ci_get(uint32_t ui4_type, uint32_t ui4_info, void* pv_data, uint32_t* pui4_length);
-/** TV_NOT_FOUND without a module, and for an answer to what is not, or no longer, asked. */
+/** TV_NOT_FOUND without a module, and for an answer to a question that is not open. */
 int32_t a_qortvapi_ci_set(uint32_t ui4_type, uint32_t ui4_info, const void* pv_data);
-/** The buffer's size is not told: all that is agreed is one byte, so the text is empty. The value is 1 when the module has a main menu. */
+/**
+ * The size of the buffer is not passed and may be a single byte, so the text is always empty. The
+ * value is 1 if the module has a main menu.
+ */
 int32_t a_qortvapi_ci_get_virtual_channel_info(char* pc_info, uint32_t* pui4_value);
 
 /**
- * The host's CI+ keys, CI_KEY_COUNT of CI_KEY_SIZE bytes each; they outlive a restart, and need no module. A key
- * that was written waits until an update takes it in under a number (0 where the function has none). activate puts
- * all keys that are there into use. A key that went in never comes out.
+ * The host's CI+ keys, at most CI_KEY_COUNT of CI_KEY_SIZE bytes each. They are kept over a restart
+ * and need no module. A key that was written waits until an update stores it under a number (0 if
+ * the function has no number). activate puts all stored keys into use. A stored key cannot be read.
  */
 enum { CI_KEY_SIZE = 64, CI_KEY_COUNT = 16, CI_KEY_AREA_SIZE = 1024 };
 
-/** What key_query tells of a key. */
+/** The information of key_query about a key. */
 typedef struct CI_KEY_INFO_T {
     uint8_t b_exists;
     uint8_t b_active;
@@ -185,22 +208,28 @@ typedef struct CI_KEY_INFO_T {
 } CI_KEY_INFO_T;
 
 int32_t a_qortvapi_ci_key_erase(void);
-/** pui1_length: what the buffer holds before, the length of the id after. A buffer that is too small: TV_INVALID_ARGUMENT, and nothing is written to it. */
+/**
+ * pui1_length: in, the size of the buffer; out, the length of the id. TV_INVALID_ARGUMENT, and
+ * nothing is written, if the buffer is too small.
+ */
 int32_t a_qortvapi_ci_key_get_host_id(uint8_t* pui1_host_id, uint8_t* pui1_length);
-/** Fills CI_KEY_AREA_SIZE bytes: a CI_KEY_INFO_T for each number, and zeros. */
+/** Fills CI_KEY_AREA_SIZE bytes: a CI_KEY_INFO_T for each number, then zeros. */
 int32_t a_qortvapi_ci_key_query(uint16_t* pui2_area);
 /** Whether there is any key. */
 int32_t a_qortvapi_ci_key_query_exist(uint8_t* pb_exists);
 int32_t a_qortvapi_ci_key_query_exist_ex(uint32_t ui4_key, uint8_t* pb_exists);
-/** TV_NOT_FOUND when no key was written. */
+/** TV_NOT_FOUND if no key was written. */
 int32_t a_qortvapi_ci_key_update(void);
-/** From a file of exactly CI_KEY_SIZE bytes. */
+/** Reads the key from a file, which must have exactly CI_KEY_SIZE bytes. */
 int32_t a_qortvapi_ci_key_update_with_path(const char* ps_path);
 int32_t a_qortvapi_ci_key_update_with_path_ex(const char* ps_path, uint32_t ui4_key);
 int32_t a_qortvapi_ci_key_update_ex(uint32_t ui4_key);
-/** Only a length of CI_KEY_SIZE is taken, and exactly as many bytes are read: who passes it vouches for them. */
+/**
+ * TV_INVALID_ARGUMENT unless ui4_length is CI_KEY_SIZE. As many bytes are read, which the caller
+ * must provide.
+ */
 int32_t a_qortvapi_ci_key_write(const uint8_t* pui1_key, uint32_t ui4_length);
-/** TV_NOT_FOUND when there is no key. */
+/** TV_NOT_FOUND if there is no key. */
 int32_t a_qortvapi_ci_key_activate(void);
 
 #ifdef __cplusplus

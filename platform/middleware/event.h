@@ -10,7 +10,10 @@
 extern "C" {
 #endif
 
-/** Codes of the guide: events were added, changed or removed. pv_arg1: channel id, or 0 for all; pv_arg2: EVENT_UPDATE_… */
+/**
+ * Notification codes: events were added, changed or removed. pv_arg1: channel id, or 0 for all;
+ * pv_arg2: EVENT_UPDATE_…
+ */
 enum { EVENT_NFY_UPDATED = 1 };
 enum { EVENT_UPDATE_PRESENT_FOLLOWING = 1 << 0, EVENT_UPDATE_SCHEDULE = 1 << 1 };
 
@@ -61,7 +64,7 @@ typedef struct RATING_MAP_T {
     char s_rating[256];
 } RATING_MAP_T;
 
-/** What queries look at. A field of 0 asks for everything. */
+/** What queries consider. A field of 0 means everything. */
 typedef struct QORTVAPI_EVENT_QUERY_PARAMETER_T {
     uint32_t ui4_sources;         /**< EVENT_UPDATE_… */
     uint32_t ui4_days;            /**< from now */
@@ -72,7 +75,7 @@ typedef struct QORTVAPI_EVENT_QUERY_PARAMETER_T {
 /** Bits of QORTVAPI_QUERY_FILTER_INFORMATION_T::ui2_mask: the fields that count. */
 enum { EVENT_FILTER_RUNNING = 1 << 0, EVENT_FILTER_TIME = 1 << 1, EVENT_FILTER_GENRES = 1 << 2, EVENT_FILTER_MAXIMUM_AGE = 1 << 3, EVENT_FILTER_DURATION = 1 << 4 };
 
-/** Events that are wanted. */
+/** A filter for events. */
 typedef struct QORTVAPI_QUERY_FILTER_INFORMATION_T {
     uint16_t ui2_mask;            /**< EVENT_FILTER_… */
     uint32_t ui4_minimum_duration;/**< seconds */
@@ -88,40 +91,55 @@ typedef struct QORTVAPI_QUERY_FILTER_INFORMATION_T {
 typedef void (*a_qortvapi_event_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3, void* pv_arg4);
 int32_t a_qortvapi_event_register_callback(a_qortvapi_event_nfy_fct pf_callback, void* pv_tag);
 
-/** The active window of a single time: from then on. */
+/** The length of an active window that is given by its start alone. */
 enum { EVENT_ACTIVE_WINDOW_SECONDS = 10800 };
 
-/* The active window: the channels shown (1024 at most, all of them known), and their time. Its list is TV_NOT_FOUND without one. */
+/*
+ * The active window: the channels that a guide shows (at most 1024, which must exist), and the span
+ * of time. Its list is TV_NOT_FOUND if there is no window.
+ */
 int32_t a_qortvapi_event_setCurrentActiveWindow(const uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t i8_time);
 int32_t a_qortvapi_event_setCurrentActiveWindow_Ex(const uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t i8_start_time, int64_t i8_end_time);
 int32_t a_qortvapi_event_clear_active_win(void);
 /*
- * pui2_count: the room there is before, the events written after: the first ones where there is no room for all. Events are those on
- * at any time from the start to before the end, in order of their start.
+ * pui2_count: in, the size of the array; out, the number of events written, the first ones if not
+ * all fit. An event counts if it is on at any time from the start to before the end. Events are in
+ * the order of their start.
  */
 int32_t a_qortvapi_event_query_event_id_by_range(uint32_t ui4_channel_id, int64_t i8_start_time, int64_t i8_end_time, uint16_t* pui2_count, uint16_t* pui2_event_ids);
 
-/* What there is to know of an event. */
+/* Properties of an event. */
 /*
- * Texts are UTF-8, cut so that a NUL remains at the end; lists hold whole records. Behind both are zeros, in buffers of up to 64 KiB
- * all of them. Details are the short text, which may be empty, extended ones the items and the long text; guidance is the highest age
- * and whose it is; the group is the identifier of the series. Where there is none of the last three: TV_NOT_FOUND.
+ * Texts are UTF-8, cut so that a NUL remains at the end; lists have whole records only. The rest of
+ * a buffer of up to 64 KiB is filled with zeros. Details are the short text, which may be empty;
+ * extended details are the items and the long text; guidance is the highest age rating and its
+ * countries; the group is the identifier of the series. TV_NOT_FOUND if the event has none of the
+ * last three.
  */
 int32_t a_qortvapi_event_get_details_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_guidance_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_guidance, uint32_t ui4_size);
 int32_t a_qortvapi_event_get_details_extend_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_details, uint32_t ui4_size);
-/* 1 when the rating settings (rating.h) block the event, else 0, also when it is unknown: as delivered, only the DVB age setting does, where it is not 0. */
+/*
+ * Returns 1 if the rating settings (rating.h) block the event, otherwise 0, also if it is unknown.
+ * By default only a DVB age setting other than 0 blocks.
+ */
 int32_t a_qortvapi_event_check_block(uint32_t ui4_channel_id, uint32_t ui4_event_id);
 int32_t a_qortvapi_event_get_active_win_channel_num(uint16_t* pui2_count);
 int32_t a_qortvapi_event_get_active_win_list(uint32_t* pui4_channel_ids, uint16_t ui2_count, int64_t* pi8_start_time, int64_t* pi8_end_time);
 int32_t a_qortvapi_event_get_pf_event_id(uint32_t ui4_channel_id, bool b_following, uint16_t* pui2_event_id);
 int32_t a_qortvapi_event_get_group_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_group, uint32_t ui4_size);
-/* Country, "DVB" and "age N" of the highest rating; TV_NOT_FOUND when not rated. */
+/*
+ * Writes the country, "DVB" and "age N" of the highest rating; TV_NOT_FOUND if the event is not
+ * rated.
+ */
 int32_t a_qortvapi_event_get_rating_map(uint32_t ui4_channel_id, uint32_t ui4_event_id, RATING_MAP_T* pt_rating_map);
 
 /* Queries. */
 int32_t a_qortvapi_event_set_query_parameter(const QORTVAPI_EVENT_QUERY_PARAMETER_T* pt_parameter);
-/* pui2_count as for query_event_id_by_range. pui4_values: the start time of each event, low 32 bits. */
+/*
+ * pui2_count as for query_event_id_by_range. pui4_values: the start time of each event, low 32
+ * bits.
+ */
 int32_t a_qortvapi_event_query_event_id_by_filter(uint32_t ui4_channel_id, const QORTVAPI_QUERY_FILTER_INFORMATION_T* pt_filter, uint16_t* pui2_count, uint16_t* pui2_event_ids, uint32_t* pui4_values);
 int32_t a_qortvapi_event_get_general_info(uint32_t ui4_channel_id, uint32_t ui4_event_id, EVENT_GENERAL_INFO_T* pt_info);
 int32_t a_qortvapi_event_get_rating_list(uint32_t ui4_channel_id, uint32_t ui4_event_id, uint8_t* pui1_ratings, uint32_t ui4_size);

@@ -28,7 +28,7 @@ typedef struct QORTVAPI_EVENT_ATSC_INFO_T {
     char s_title[300];
 } QORTVAPI_EVENT_ATSC_INFO_T;
 
-/** Its rating as a text. */
+/** The rating of a programme event as a text. */
 typedef struct QORTVAPI_EVENT_ATSC_TEXT_T {
     char s_rating[96];
 } QORTVAPI_EVENT_ATSC_TEXT_T;
@@ -40,7 +40,10 @@ typedef struct QORTVAPI_EVENT_ATSC_RATING_MAP_T {
     char s_rating[16];
 } QORTVAPI_EVENT_ATSC_RATING_MAP_T;
 
-/* The streams are DVB's: there are no ATSC events, so every list is empty (load_events, get_event_number_in_EIT of handle 0) and every single event TV_NOT_FOUND. */
+/*
+ * The streams are DVB streams without ATSC events: every list is empty (load_events,
+ * get_event_number_in_EIT of handle 0), and every single event is TV_NOT_FOUND.
+ */
 int32_t a_qortvapi_event_atsc_load_events(uint32_t ui4_channel_id, int64_t i8_start_time, uint32_t* pui4_events, uint32_t ui4_count);
 int32_t a_qortvapi_event_atsc_get_details_info(uint32_t ui4_event, char* ps_details, uint32_t ui4_size);
 int32_t a_qortvapi_event_atsc_freeEvent(uint32_t ui4_event);

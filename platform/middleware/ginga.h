@@ -22,7 +22,10 @@ int32_t a_qortvapi_ginga_volume_register_callback(a_qortvapi_ginga_volume_nfy_fc
 typedef void (*a_qortvapi_ginga_update_nfy_fct)(int32_t i4_update_type, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3);
 int32_t a_qortvapi_ginga_update_register_callback(a_qortvapi_ginga_update_nfy_fct pf_callback, void* pv_tag);
 
-/* The streams carry no applications: the list is empty and no application can be started. What runs only with Ginga answers TV_BUSY while it is stopped. */
+/*
+ * The streams carry no applications: the list is empty and no application can be started. Functions
+ * that need Ginga return TV_BUSY while it is stopped.
+ */
 int32_t a_qortvapi_ginga_startApplication(const char* ps_app_id);
 int32_t a_qortvapi_ginga_stopApplication(const char* ps_app_id);
 int32_t a_qortvapi_ginga_getApplicationInfo(void);

@@ -1,4 +1,7 @@
-/** Input and output manager: remote controls, front panel and similar devices. Part of the TV middleware client library. */
+/**
+ * Input and output manager: remote controls, front panel and similar devices. Part of the TV
+ * middleware client library.
+ */
 #pragma once
 
 #include <assert.h>
@@ -8,10 +11,10 @@
 extern "C" {
 #endif
 
-/** A device reports `ui4_length` bytes, which live for the call. */
+/** A device sent `ui4_length` bytes, which are valid during the call. */
 typedef void (*c_iom_nfy_fct)(void* pv_tag, uint32_t ui4_cond, const uint8_t* pui1_data, uint32_t ui4_length);
 
-/** What is to be put out. */
+/** The bytes for c_iom_output. */
 typedef struct IOM_OUTPUT_T {
     uint32_t ui4_length;
     const uint8_t* pui1_data;

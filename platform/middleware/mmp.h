@@ -31,7 +31,7 @@ typedef struct PVR_BROWSER_ITEM_T {
     uint8_t aui1_reserved[103];
 } PVR_BROWSER_ITEM_T;
 
-/** The recording that is being made, or that was made last; TV_NOT_FOUND when there is none. */
+/** The recording that is being made, otherwise the last one; TV_NOT_FOUND if there is none. */
 typedef struct PVR_RECORDING_FILE_INFO_T {
     uint64_t ui8_size;          /**< bytes */
     uint32_t ui4_duration;      /**< seconds */
@@ -40,8 +40,15 @@ typedef struct PVR_RECORDING_FILE_INFO_T {
     char s_program_name[247];
 } PVR_RECORDING_FILE_INFO_T;
 
-/* The recordings in the folder of the disk, by start time; an index stays a recording's until one is added, deleted or renamed. Of a file that the television did not record, the start is when it was changed last and the program its name; what else there is to ask is 0 or empty. Minor numbers are 0. recording_file_num and recording_file_name (without folder): those that are being made. Deleting one of these is TV_BUSY. */
-/* Texts by path have room for 257 bytes, and so have paths and names; date and time by index have room for 16, the week day by index for 6. */
+/*
+ * The recordings in the folder of the disk, in the order of their start. An index remains valid
+ * until a recording is added, deleted or renamed. A file that the television did not record has its
+ * modification time as start and its name as program; all else is 0 or empty. Minor numbers are 0.
+ * recording_file_num and recording_file_name (without folder) are for the recordings that are being
+ * made; to delete one of these is TV_BUSY. The buffers for texts by path, and for paths and names,
+ * have room for 257 bytes; those for date and time by index for 16, for the week day by index for
+ * 6.
+ */
 int32_t a_qortvapi_mmp_get_pvr_browser_channelid_by_path(const char* ps_path, int32_t* pi4_channel_id);
 int32_t a_qortvapi_mmp_get_pvr_browser_channelname_by_path(const char* ps_path, char* pc_name);
 int32_t a_qortvapi_mmp_get_pvr_browser_duration_by_path(const char* ps_path, uint32_t* pui4_duration);

@@ -1,4 +1,7 @@
-/** Picture-and-picture: main and sub video, and which of them is heard. Part of the TV middleware client library. */
+/**
+ * Picture-and-picture: main and sub video, and which of them has the sound. Part of the TV
+ * middleware client library.
+ */
 #pragma once
 
 #include <assert.h>
@@ -9,19 +12,22 @@
 extern "C" {
 #endif
 
-/** Pictures on the screen. */
+/** Modes of the screen: one picture; picture-in-picture; picture-out-of-picture. */
 enum { MULTIVIEW_MODE_NORMAL = 0, MULTIVIEW_MODE_PIP = 1, MULTIVIEW_MODE_POP = 2 };
 
-/** What has the focus: the keys', or the sound. */
+/** The video that has the focus, of the keys or of the sound. */
 enum { MULTIVIEW_FOCUS_MAIN = 0, MULTIVIEW_FOCUS_SUB = 1 };
 
-/** What a video takes of the set: getVideoResource. */
+/** Values of getVideoResource: the resource that a video uses. */
 enum { MULTIVIEW_RESOURCE_NONE = 0, MULTIVIEW_RESOURCE_TUNER = 1, MULTIVIEW_RESOURCE_ANALOGUE = 2, MULTIVIEW_RESOURCE_DIGITAL = 3 };
 
-/** The screen, for regions. */
+/** The size of the screen for regions, in pixels. */
 enum { MULTIVIEW_SCREEN_WIDTH = 1920, MULTIVIEW_SCREEN_HEIGHT = 1080 };
 
-/** Where a video is on the screen, in pixels. It has a width and a height, and is on the screen as a whole. */
+/**
+ * The region of a video on the screen, in pixels. It must not be empty, and must be inside the
+ * screen.
+ */
 typedef struct QORTVAPI_MULTIVIEW_REGION_T {
     uint32_t ui4_x;
     uint32_t ui4_y;
@@ -30,35 +36,36 @@ typedef struct QORTVAPI_MULTIVIEW_REGION_T {
 } QORTVAPI_MULTIVIEW_REGION_T;
 
 /*
- * Sources and video paths are those of inputsource.h, and change by its rules, with priority 0. In the normal mode there is no sub video:
- * to start it or to give it a focus is TV_NOT_FOUND. Changing to the normal mode stops it and gives main both foci. The set is in the
- * normal mode when it starts.
+ * Sources and video paths are those of inputsource.h, and change by its rules, with priority 0. In
+ * the normal mode there is no sub video: to start it or to give it a focus is TV_NOT_FOUND. A
+ * change to the normal mode stops it and gives both foci to main. The television starts in the
+ * normal mode.
  */
 int32_t a_qortvapi_multiview_getPOPTunerFocus(void);
-/* Both foci go to the path that plays the source, main first; TV_NOT_FOUND where none does. */
+/* Gives both foci to the path that plays the source, main first; TV_NOT_FOUND if none plays it. */
 int32_t a_qortvapi_multiview_setAudioFocusbySourceid(uint8_t ui1_source_id);
-/* Both foci. */
+/* Gives both foci to the path. */
 int32_t a_qortvapi_multiview_setAudioFocus(const char* ps_video_path);
 int32_t a_qortvapi_multiview_getAudioFocus(void);
 int32_t a_qortvapi_multiview_setNewTvMode(uint8_t ui1_mode);
 int32_t a_qortvapi_multiview_is_source_available_bysourceidandpath(uint8_t ui1_source_id, const char* ps_video_path, uint8_t* pui1_available);
-/* Stopping a video that does not play is no fault. */
+/* To stop a video that does not play is no failure. */
 int32_t a_qortvapi_multiview_startMainVideo(uint8_t ui1_source_id, const QORTVAPI_MULTIVIEW_REGION_T* pt_region);
 int32_t a_qortvapi_multiview_startSubVideo(uint8_t ui1_source_id, const QORTVAPI_MULTIVIEW_REGION_T* pt_region);
 int32_t a_qortvapi_multiview_stopMainVideo(void);
 int32_t a_qortvapi_multiview_stopSubVideo(void);
-/* The video stays where it is on the screen. */
+/* The region of the video does not change. */
 int32_t a_qortvapi_multiview_startVideoWithoutVideoPath(uint8_t ui1_source_id, const char* ps_video_path);
 int32_t a_qortvapi_multiview_stopVideoWithoutVideoPath(const char* ps_video_path);
 /* MULTIVIEW_RESOURCE_…; NONE while nothing plays. */
 int32_t a_qortvapi_multiview_getVideoResource(const char* ps_video_path);
-/* A note for applications: one of them changes a source. */
+/* A flag for applications: one of them is changing a source. */
 int32_t a_qortvapi_multiview_setChgSource(bool b_changing);
 int32_t a_qortvapi_multiview_getChgSource(void);
-/* 1 while the path plays, else 0. Set to 1, it plays its source. */
+/* 1 while the path plays, otherwise 0. To set it to 1 starts the source of the path. */
 int32_t a_qortvapi_multiview_get_video_state(const char* ps_video_path);
 int32_t a_qortvapi_multiview_set_video_state(const char* ps_video_path, bool b_playing);
-/* The focus of the keys, without the sound. */
+/* Changes the focus of the keys, not that of the sound. */
 int32_t a_qortvapi_multiview_only_chg_focus(const char* ps_video_path);
 
 #ifdef __cplusplus

@@ -8,13 +8,17 @@ extern "C" {
 #endif
 
 /**
- * Files are INI files: `key = value` lines under `[section]` lines, comments after # or ; at the start of a line. A key is
- * "section:key", or "key" for what stands before the first section; the last of several lines counts. Numbers are decimal
- * or 0x….
- * The base file is $QORTV_CONFIG, else config.ini in the state folder ($QORTV_STATE). Every call reads its file anew.
- * TV_NOT_FOUND: no such file or key; TV_FAILED: no file of at most PARSER_FILE_MAX bytes that can be read;
- * TV_INVALID_ARGUMENT: not a number, or a text that does not fit with its NUL: nothing is cut. get_string has room for
- * PARSER_STRING_MAX bytes, and its length is without the NUL.
+ * The files are INI files: `key = value` lines under `[section]` lines; lines that start with # or
+ * ; are comments. A key is "section:key", or "key" for a line before the first section. Of several
+ * lines with the same key the last one counts. Numbers are decimal or 0x….
+ *
+ * The base file is $QORTV_CONFIG, otherwise config.ini in the state folder ($QORTV_STATE). Every
+ * call reads the file again.
+ *
+ * TV_NOT_FOUND: no such file or key. TV_FAILED: the file cannot be read or has more than
+ * PARSER_FILE_MAX bytes. TV_INVALID_ARGUMENT: the value is not a number, or a text that does not
+ * fit with its NUL; texts are never cut. The buffer of get_string has room for PARSER_STRING_MAX
+ * bytes; the length that it writes is without the NUL.
  */
 enum { PARSER_FILE_MAX = 1 << 20, PARSER_STRING_MAX = 256 };
 int32_t a_qortvapi_get_base_config_file_path(char* ps_path, int16_t i2_length);

@@ -10,14 +10,19 @@ extern "C" {
 
 /** Power control reports a condition. */
 typedef void (*c_pcl_nfy_fct)(uint32_t h_pcl, void* pv_tag, uint32_t ui4_cond, uint32_t ui4_data);
-/** Registers a handler and writes the handle of the registration. The tag comes first here. */
+/**
+ * Registers a handler and writes the handle of the registration. Unlike elsewhere, the tag is the
+ * first argument.
+ */
 int32_t c_pcl_reg_nfy_fct(void* pv_tag, c_pcl_nfy_fct pf_callback, uint32_t* ph_pcl);
 
-/** Conditions of power control. The television stays on: whoever hears of them decides. */
+/**
+ * Conditions of power control. The television stays on: the applications that are notified decide.
+ */
 enum { PCL_COND_POWER_DOWN = 1, PCL_COND_SUSPEND = 2, PCL_COND_POWER_DOWN_EVENT = 3, PCL_COND_GPIO_CHANGED = 4 };
-/** Lines, and what one can be. */
+/** The number of GPIO lines, and the states of a line. */
 enum { PCL_GPIO_COUNT = 64, PCL_GPIO_LOW = 0, PCL_GPIO_HIGH = 1 };
-/** Reasons as far as this television has them: switched on by the viewer. */
+/** The reason why this television woke up: the viewer switched it on. There are no others. */
 enum { PCL_WAKE_UP_REASON_REMOTE_CONTROL = 2 };
 typedef uint32_t PCL_WAKE_UP_REASON_T;
 typedef uint32_t PCL_POWER_DOWN_REASON_T;
@@ -25,20 +30,25 @@ typedef uint32_t PCL_GPIO_MODE_T;
 typedef uint32_t PCL_GPIO_STATUS_T;
 typedef uint32_t QORTVAPI_PCL_WAKEUP_REASON_T;
 
-/** The key that woke the set. */
+/** The key that woke the television. */
 typedef struct PCL_WAKEUP_KEY_T {
     uint32_t ui4_key_code;
     uint32_t ui4_key_data;
 } PCL_WAKEUP_KEY_T;
 
-/** Which input line is watched, and on which edge. */
+/** A GPIO line that is monitored, and the edge. */
 typedef struct PCL_GPIO_MONITOR_CTRL_EX_T {
     uint32_t ui4_id;
     uint8_t ui1_polarity;
     uint8_t aui1_pad[3];
 } PCL_GPIO_MONITOR_CTRL_EX_T;
 
-/* The data of a reason are one 32-bit word, which may be null. Reasons and set-up are kept over a restart. ui4_data of GPIO_CHANGED: the line in the upper half, its state in the lower. No key ever woke this set: get_wakeup_irkey answers TV_NOT_FOUND. */
+/*
+ * The data of a reason are one word of 32 bits; the pointer may be null. Reasons and the wake-up
+ * set-up are kept over a restart. ui4_data of GPIO_CHANGED: the line in the upper 16 bits, its
+ * state in the lower 16 bits. No key ever wakes this television: get_wakeup_irkey returns
+ * TV_NOT_FOUND.
+ */
 int32_t c_pcl_get_wakeup_reason(PCL_WAKE_UP_REASON_T* pe_reason, uint32_t* pui4_data);
 int32_t c_pcl_set_wakeup_reason(PCL_WAKE_UP_REASON_T e_reason, const void* pv_data);
 int32_t c_pcl_get_power_down_reason(PCL_POWER_DOWN_REASON_T* pe_reason, uint32_t* pui4_data);

@@ -12,39 +12,48 @@
 extern "C" {
 #endif
 
-/** Codes of ratings: a setting became another (pv_arg1: RATING_SYSTEM_…, pv_arg2: its value), or the main window's programme is blocked now (pv_arg1 1) or no longer (0): by a setting, another channel or another programme. */
+/**
+ * Notification codes. SETTING_CHANGED: pv_arg1: RATING_SYSTEM_…; pv_arg2: its new value.
+ * BLOCK_CHANGED: the main window's programme is blocked (pv_arg1 1) or no longer blocked (pv_arg1
+ * 0), because of a setting, another channel or another programme.
+ */
 enum { RATING_NFY_SETTING_CHANGED = 1, RATING_NFY_BLOCK_CHANGED = 2 };
 
 /**
- * Rating systems. The value of RATING_NFY_SETTING_CHANGED: ALL bit 0 whether ratings block at all, bit 1 whether unrated programmes are
- * blocked; US_TV a bit for each byte of the record, the first one the lowest; OPEN region * 256 + dimension; ISDB the age in the lowest
- * 8 bits, the contents above; else the setting.
+ * Rating systems. The value in RATING_NFY_SETTING_CHANGED is, for ALL: bit 0 whether ratings block
+ * at all, bit 1 whether unrated programmes are blocked; for US_TV: a bit for each byte of the
+ * record, the lowest bit for the first byte; for OPEN: region * 256 + dimension; for ISDB: the age
+ * in the lowest 8 bits, the contents above; for the others: the setting.
  */
 enum { RATING_SYSTEM_ALL = 0, RATING_SYSTEM_US_TV = 1, RATING_SYSTEM_US_MOVIE = 2, RATING_SYSTEM_CAN_ENG = 3, RATING_SYSTEM_CAN_FRE = 4, RATING_SYSTEM_OPEN = 5, RATING_SYSTEM_ISDB = 6, RATING_SYSTEM_DVB = 7 };
 
 /**
- * The greatest settings. 0 blocks nothing. US_MOVIE, CAN_ENG and CAN_FRE count a system's ratings from the mildest, 1, and block from
- * the set one on; contents are bits; ages are the oldest that programmes may be rated for.
+ * The greatest values of settings. 0 blocks nothing. US_MOVIE, CAN_ENG and CAN_FRE number the
+ * ratings of a system from 1, the mildest; the rating that is set and all stricter ones are
+ * blocked. Contents are bits. An age is the highest age rating that is not blocked.
  */
 enum { RATING_US_MOVIE_MAX = 6, RATING_CAN_ENG_MAX = 6, RATING_CAN_FRE_MAX = 5, RATING_ISDB_CONTENT_MAX = 7, RATING_AGE_MAX = 18 };
 
-/** How many dimensions of rating tables settings are kept of. */
+/** The most dimensions of rating tables for which settings are stored. */
 enum { RATING_OPEN_VCHIP_COUNT = 64 };
 
-/** What is blocked of each rating of US television: one byte for each, not 0 where it is; read back as 1. */
+/**
+ * The blocked ratings of US television: a byte for each, not 0 if it is blocked; it is read back as
+ * 1.
+ */
 typedef struct US_TV_RATING_BLOCK_T {
     uint8_t ab_rating[16];
     uint8_t ab_all[4];
 } US_TV_RATING_BLOCK_T;
 
-/** A place in a rating table. */
+/** A level of a dimension of a rating table. */
 typedef struct OPEN_VCHIP_KEY_PARAM_T {
     uint32_t ui4_region;
     uint16_t ui2_dimension;
     uint8_t ui1_level;
 } OPEN_VCHIP_KEY_PARAM_T;
 
-/** What is blocked of one dimension of a rating table. */
+/** The blocked levels of one dimension of a rating table. */
 typedef struct OPEN_VCHIP_BLOCK_DATA_T {
     uint8_t ui1_region;
     uint8_t ui1_dimension;
@@ -58,12 +67,15 @@ typedef struct RatingListEntry {
     uint16_t ui2_value;
 } RatingListEntry;
 
-/** The ratings of one region; a list of them is what a programme is rated with. All memory is the caller's. */
+/**
+ * The ratings of one region. The ratings of a programme are a list of these. All memory belongs to
+ * the caller.
+ */
 typedef struct RatingListNode {
     uint16_t ui2_region;
     uint16_t ui2_count;
     const char* s_name;               /**< null for none */
-    const RatingListEntry* at_entry;  /**< ui2_count of them */
+    const RatingListEntry* at_entry;  /**< ui2_count entries */
     const struct RatingListNode* pt_next;
 } RatingListNode;
 
@@ -72,9 +84,10 @@ typedef void (*a_qortvapi_rating_nfy_fct)(int32_t i4_code, void* pv_tag, void* p
 int32_t a_qortvapi_rating_op_vchip_reg_callback(a_qortvapi_rating_nfy_fct pf_callback, void* pv_tag);
 
 /*
- * This set receives DVB: a programme of the guide is blocked while ratings are enabled, when it is rated for an age above the DVB age
- * setting, or not rated and unrated ones are blocked. The settings of the other systems are kept, over restarts like all of them, and
- * block nothing. TV_INVALID_ARGUMENT for a setting beyond the greatest.
+ * This television receives DVB. While ratings are enabled, a programme of the guide is blocked if
+ * its age rating is above the DVB age setting, or if it has no rating and unrated programmes are
+ * blocked. The settings of the other systems are stored, but block nothing. All settings are kept
+ * over a restart. TV_INVALID_ARGUMENT for a setting above the greatest value.
  */
 
 /* United States and Canada. */
@@ -88,18 +101,23 @@ int32_t a_qortvapi_rating_get_can_fre_setting_info(uint8_t* pui1_rating);
 int32_t a_qortvapi_rating_set_can_fre_setting_info(uint8_t ui1_rating);
 int32_t a_qortvapi_rating_get_block_unrated(uint8_t* pui1_blocked);
 int32_t a_qortvapi_rating_set_block_unrated(bool b_blocked);
-/* 1 or 0; 1 as delivered. */
+/* 1 or 0; the default is 1. */
 int32_t a_qortvapi_rating_get_enable(uint8_t* pui1_enabled);
-/* 0: each rating is blocked by itself. */
+/* Writes 0: each rating is blocked by itself. */
 int32_t a_qortvapi_rating_get_us_tv_group_by_child(uint8_t* pui1_grouped);
 int32_t a_qortvapi_rating_set_enable(uint8_t ui1_enabled);
 
 /*
- * Rating tables. DVB brings none: they are what applications tell. A setting with levels makes a region's dimension known, one without
- * levels (ui1_level_count 0) forgets it; TV_FULL beyond RATING_OPEN_VCHIP_COUNT. avail: 1 while one is known. Others are TV_NOT_FOUND.
+ * Rating tables. DVB broadcasts none: applications define them. To set the block data of a region's
+ * dimension with levels stores it, to set it without levels (ui1_level_count 0) removes it; TV_FULL
+ * beyond RATING_OPEN_VCHIP_COUNT. avail: 1 while there is one. TV_NOT_FOUND for a dimension that is
+ * not stored.
  */
 int32_t a_qortvapi_rating_get_op_vchip_avail(uint8_t* pui1_available);
-/* pui1_info has room for 64 bytes: region, dimension, levels, 1 where the key's level is blocked, then a text with its NUL. Levels count from 0. */
+/*
+ * Fills the 64 bytes of pui1_info: region, dimension, number of levels, 1 if the key's level is
+ * blocked, then a text with its NUL. Levels count from 0.
+ */
 int32_t a_qortvapi_rating_get_op_vchip_info(const OPEN_VCHIP_KEY_PARAM_T* pt_key, uint8_t* pui1_info);
 int32_t a_qortvapi_rating_get_op_vchip_setting_info(OPEN_VCHIP_BLOCK_DATA_T* pt_block);
 int32_t a_qortvapi_rating_set_op_vchip_setting_info(const OPEN_VCHIP_BLOCK_DATA_T* pt_block);
@@ -114,14 +132,18 @@ int32_t a_qortvapi_rating_set_dvb_age_setting_info(uint8_t ui1_age);
 
 /* Ratings of programmes. */
 /*
- * The regions' names (or "region N"), their dimensions, and the values of these in the same order, with ", " in between and cut to the
- * fields. The first node of a region counts. TV_NOT_FOUND for an empty list; TV_INVALID_ARGUMENT for one of more than a million nodes or
- * with entries that are missing.
+ * Writes the names of the regions (or "region N"), their dimensions, and the values of these in the
+ * same order, separated by ", " and cut to the size of the fields. Of several nodes of a region the
+ * first one counts. TV_NOT_FOUND for an empty list; TV_INVALID_ARGUMENT for a list of more than a
+ * million nodes, or if entries are missing.
  */
 int32_t a_qortvapi_rating_convert_rating_info(const RatingListNode* pt_list, RATING_MAP_T* pt_rating_map);
-/* Whether rating tables of ATSC broadcasts are to be kept: remembered, for none comes. */
+/*
+ * Whether rating tables of ATSC broadcasts are to be stored. Only the flag is stored: there are no
+ * such broadcasts.
+ */
 int32_t a_qortvapi_rating_atsc_storage(bool b_stored);
-/* As a_qortvapi_event_get_rating_map of the main window's programme. */
+/* The same as a_qortvapi_event_get_rating_map for the main window's programme. */
 int32_t a_qortvapi_rating_get_crnt_rating_info(RATING_MAP_T* pt_rating_map);
 
 #ifdef __cplusplus

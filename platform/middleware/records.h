@@ -1,7 +1,8 @@
 /**
  * The records of the channel lists, byte for byte as they cross the interfaces: the software
- * television fills them, applications read them, the service only carries them. All little-endian,
- * no pointers, so the layout is the same on every processor. Texts are UTF-8, NUL-terminated.
+ * television fills them, applications read them, the service only passes them on. All numbers are
+ * little-endian and there are no pointers, so that the layout is the same on every processor. Texts
+ * are UTF-8, NUL-terminated.
  */
 #pragma once
 
@@ -13,16 +14,19 @@
 extern "C" {
 #endif
 
-/** How a service reaches the set. */
+/** Broadcast media: the way by which a service reaches the television. */
 enum { BRDCST_MEDIUM_UNKNOWN = 0, BRDCST_MEDIUM_DIG_TERRESTRIAL = 1, BRDCST_MEDIUM_DIG_CABLE = 2, BRDCST_MEDIUM_DIG_SATELLITE = 3 };
 
-/** Which standard a service is broadcast in. */
+/** Broadcast types: the standard in which a service is broadcast. */
 enum { BRDCST_TYPE_UNKNOWN = 0, BRDCST_TYPE_DVB = 1, BRDCST_TYPE_ATSC = 2, BRDCST_TYPE_ISDB = 3 };
 
-/** Service lists: one for each medium. A list id names a service list and the transport-stream list beside it. */
+/**
+ * Service lists: one for each medium. A list id names a service list and the transport-stream list
+ * beside it.
+ */
 enum { SVL_ID_TERRESTRIAL = 1, SVL_ID_CABLE = 2, SVL_ID_SATELLITE = 3 };
 
-/** Bits of SVL_REC_T::ui4_nw_mask: what a channel is and whether it is shown. */
+/** Bits of SVL_REC_T::ui4_nw_mask: the properties of a channel, and whether it is shown. */
 enum {
     SB_VNET_ACTIVE = 1 << 0,
     SB_VNET_EPG = 1 << 1,
@@ -36,17 +40,17 @@ enum {
     SB_VNET_FAVORITE4 = 1 << 11
 };
 
-/** Favourite lists of a service list, counted from 0, and the longest one. */
+/** The number of favourite lists of a service list, and the most channels that one can have. */
 enum { FAV_LIST_COUNT = 4, FAV_LIST_MAX = 100 };
 
 /** One service (channel). */
 typedef struct SVL_REC_T {
-    uint16_t ui2_svl_id;          /**< list that the record is in */
+    uint16_t ui2_svl_id;          /**< id of the list that the record is in */
     uint16_t ui2_svl_rec_id;      /**< record id in the list, from 1, stable while the list lives */
     uint32_t ui4_channel_id;      /**< unique over all lists, never 0 */
     uint32_t ui4_nw_mask;         /**< SB_VNET_… */
     uint32_t ui4_option_mask;     /**< bits for the application's use, kept across restarts */
-    uint16_t ui2_tsl_id;          /**< list of its multiplex */
+    uint16_t ui2_tsl_id;          /**< id of the list of its multiplex */
     uint16_t ui2_tsl_rec_id;      /**< record id of its multiplex */
     uint16_t ui2_original_network_id;
     uint16_t ui2_transport_stream_id;
@@ -65,7 +69,7 @@ typedef struct SVL_REC_T {
     uint8_t ui1_audio_count;
     uint8_t ui1_subtitle_count;
     char s_audio_lang[4];         /**< ISO 639-2 of the first audio stream */
-    uint16_t aui2_fav_index[FAV_LIST_COUNT]; /**< place in each favourite list, from 1; 0 when not in it */
+    uint16_t aui2_fav_index[FAV_LIST_COUNT]; /**< position in each favourite list, from 1; 0 if it is not in the list */
     char s_service_name[256];
     char s_provider_name[64];
     uint8_t aui1_reserved[20];
@@ -79,14 +83,14 @@ enum { POLARIZATION_HORIZONTAL = 0, POLARIZATION_VERTICAL = 1, POLARIZATION_LEFT
 
 /** One transport stream (multiplex). */
 typedef struct TSL_REC_T {
-    uint16_t ui2_tsl_id;          /**< list that the record is in */
+    uint16_t ui2_tsl_id;          /**< id of the list that the record is in */
     uint16_t ui2_tsl_rec_id;      /**< record id in the list, from 1 */
     uint16_t ui2_original_network_id;
     uint16_t ui2_transport_stream_id;
     uint16_t ui2_network_id;
-    uint16_t ui2_satl_rec_id;     /**< satellite; 0 when not from a satellite */
-    uint32_t ui4_frequency_khz;   /**< 0 when the stream does not tell */
-    uint32_t ui4_symbol_rate;     /**< symbols a second; cable and satellite only */
+    uint16_t ui2_satl_rec_id;     /**< record id of the satellite; 0 if it is not from a satellite */
+    uint32_t ui4_frequency_khz;   /**< 0 if the stream does not carry it */
+    uint32_t ui4_symbol_rate;     /**< symbols per second; cable and satellite only */
     uint32_t ui4_bandwidth_hz;    /**< terrestrial only */
     uint8_t ui1_brdcst_type;
     uint8_t ui1_brdcst_medium;
@@ -98,7 +102,7 @@ typedef struct TSL_REC_T {
     uint8_t ui1_west_east;        /**< 0 west, 1 east */
     uint8_t aui1_pad[3];
     uint32_t ui4_packets;         /**< packets read from the stream */
-    uint32_t ui4_damaged_packets; /**< lost synchronisation, transport error, break in continuity */
+    uint32_t ui4_damaged_packets; /**< packets with lost synchronisation, a transport error or a break in continuity */
     uint32_t ui4_damaged_sections;/**< sections skipped: wrong checksum or length */
     uint16_t ui2_service_count;
     uint16_t ui2_reserved;
@@ -107,7 +111,7 @@ typedef struct TSL_REC_T {
     uint8_t aui1_reserved[256];
 } TSL_REC_T;
 
-/** One satellite. Its fields are the television's. */
+/** One satellite. The television chose the layout of its fields. */
 typedef struct SATL_REC_T {
     uint16_t ui2_satl_id;
     uint16_t ui2_satl_rec_id;
@@ -138,7 +142,7 @@ typedef struct NWL_REC_T {
     uint8_t aui1_reserved[228];
 } NWL_REC_T;
 
-/** What a BISS key is searched by. */
+/** The fields by which a BISS key is looked up. */
 typedef struct BSL_HEADER_T {
     uint32_t ui4_frequency_khz;
     uint32_t ui4_symbol_rate;
@@ -164,7 +168,7 @@ typedef struct FAV_ENTRY_T {
     uint16_t ui2_svl_rec_id;
 } FAV_ENTRY_T;
 
-/** The favourite list in use. */
+/** The current favourite list. */
 typedef struct FAV_LIST_T {
     uint16_t ui2_svl_id;
     uint8_t ui1_fav_list;
@@ -173,7 +177,10 @@ typedef struct FAV_LIST_T {
     FAV_ENTRY_T at_entry[FAV_LIST_MAX];
 } FAV_LIST_T;
 
-/** A channel query: services of one type, broadcast type and network. A field of 0 matches everything. */
+/**
+ * A channel query: by mask, service type, broadcast type and network. A field of 0 matches
+ * everything.
+ */
 typedef struct CHANNEL_QUERY_T {
     uint32_t ui4_nw_mask;
     uint32_t ui4_nw_mask_value;

@@ -7,13 +7,17 @@
 extern "C" {
 #endif
 
-/** How a picture fills the screen. */
+/** Screen modes: how a picture fills the screen. */
 enum { SCREEN_MODE_AUTO = 0, SCREEN_MODE_NORMAL = 1, SCREEN_MODE_WIDE = 2, SCREEN_MODE_ZOOM = 3, SCREEN_MODE_LETTERBOX = 4, SCREEN_MODE_DOT_BY_DOT = 5, SCREEN_MODE_COUNT = 6 };
-/** What each edge may lose at most, in thousandths of the picture's height or width. */
+/** The most that can be cut off at each edge, in thousandths of the picture's height or width. */
 enum { OVERSCAN_MAX = 200 };
 
-/* get_all writes as many modes as `*pui4_count` says there is room for and leaves the number written there; without an array it leaves the number of all. */
-/* An overscan holds until the television stops; update_overscan_ini makes it last. zoom_is_enable answers 1 while a picture plays, else 0. */
+/*
+ * get_all_screen_mode writes at most `*pui4_count` modes and then the number written there; without
+ * an array it writes the number of all modes there. An overscan is kept until the television stops;
+ * update_overscan_ini stores it for the next start. zoom_is_enable returns 1 while a picture plays,
+ * otherwise 0.
+ */
 int32_t a_qortvapi_screenmode_get_screen_mode(void);
 int32_t a_qortvapi_screenmode_set_screen_mode(uint16_t ui2_screen_mode);
 int32_t a_qortvapi_screenmode_get_all_screen_mode(uint16_t* pui2_modes, uint32_t* pui4_count);

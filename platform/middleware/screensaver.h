@@ -7,9 +7,9 @@
 extern "C" {
 #endif
 
-/** Messages on the screen while there is no picture. */
+/** Messages that are shown while there is no picture. */
 enum { SCREENSAVER_MSG_NONE = 0, SCREENSAVER_MSG_NO_SIGNAL = 1, SCREENSAVER_MSG_RADIO = 2 };
-/** A message is to be shown or taken away. */
+/** A message is to be shown or removed. */
 typedef void (*a_qortvapi_screensaver_msg_nfy_fct)(int32_t i4_msg_id, void* pv_tag, int32_t i4_arg1, int32_t i4_arg2, int32_t i4_arg3);
 int32_t a_qortvapi_screensaver_register_msg_callback(a_qortvapi_screensaver_msg_nfy_fct pf_callback, void* pv_tag);
 

@@ -8,13 +8,16 @@
 extern "C" {
 #endif
 
-/** Codes of teletext. Another page was asked for; pv_arg1: magazine; pv_arg2: page; pv_arg3: sub-page. */
+/**
+ * Notification codes. PAGE: another page was asked for. pv_arg1: magazine; pv_arg2: page; pv_arg3:
+ * sub-page.
+ */
 enum { TELETEXT_NFY_PAGE = 1 };
 /** A page or the state of teletext changed. */
 typedef void (*a_qortvapi_teletext_nfy_fct)(int32_t i4_code, void* pv_tag, void* pv_arg1, void* pv_arg2, void* pv_arg3);
 int32_t a_qortvapi_teletext_register_msg_callback(a_qortvapi_teletext_nfy_fct pf_callback, void* pv_tag);
 
-/** A page: magazine 1 to 8, page in two hexadecimal digits. */
+/** The address of a page: magazine 1 to 8, page of two hexadecimal digits. */
 typedef struct QORTVAPI_TTX_PAGE_ADDR_T {
     uint8_t ui1_magazine;
     uint8_t ui1_page;
@@ -33,7 +36,10 @@ typedef struct QORTVAPI_TTX_TOP_TABLE_T {
     QORTVAPI_TTX_TOP_ENTRY_T at_entry[100];
 } QORTVAPI_TTX_TOP_TABLE_T;
 
-/* The page is 100 at first. There are no TOP tables in the streams: is_top_stream answers 0 and the tables TV_NOT_SUPPORTED. */
+/*
+ * The first page is 100. The streams have no TOP tables: is_top_stream returns 0, and the tables
+ * are TV_NOT_SUPPORTED.
+ */
 int32_t a_qortvapi_teletext_get_cur_page(QORTVAPI_TTX_PAGE_ADDR_T* pt_page);
 int32_t a_qortvapi_teletext_set_page(const QORTVAPI_TTX_PAGE_ADDR_T* pt_page);
 int32_t a_qortvapi_teletext_is_top_stream(void);

@@ -9,21 +9,27 @@
 extern "C" {
 #endif
 
-/** Codes of date and time. A second passed; pv_arg1: seconds since 1970-01-01 00:00 UTC, low 32 bits. Slow handlers get fewer. */
+/**
+ * Codes of date and time. SECOND: a second passed. pv_arg1: seconds since 1970-01-01 00:00 UTC, low
+ * 32 bits. A slow handler is called less often.
+ */
 enum { TIME_NFY_SECOND = 1 };
 
-/** Codes of the sleep timer. pv_arg1: seconds that remain. */
+/** Codes of the sleep timer. pv_arg1: remaining seconds. */
 enum { SLEEP_TIMER_NFY_SET = 1, SLEEP_TIMER_NFY_MINUTE_LEFT = 2, SLEEP_TIMER_NFY_ENDED = 3 };
-/** The longest sleep timer. */
+/** The longest sleep timer, in minutes. */
 enum { SLEEP_TIMER_MOST_MINUTES = 240 };
 
-/** What conversions to seconds answer where there is no such date or time of day, since seconds before 1970 are negative. */
+/**
+ * Returned by conversions to seconds if there is no such date or time of day. It is not a result
+ * code, since the seconds before 1970 are negative.
+ */
 #define TIME_NO_SUCH_TIME INT64_MIN
 
-/** Codes of the clock's source. pv_arg1: TIME_SYNC_SOURCE_… */
+/** Codes of the source of the time. pv_arg1: TIME_SYNC_SOURCE_… */
 enum { SYNC_SOURCE_NFY_CHANGED = 1 };
 
-/** What the clock follows. */
+/** Sources of the time, which the clock follows. */
 enum { TIME_SYNC_SOURCE_BROADCAST = 0, TIME_SYNC_SOURCE_SYSTEM = 1, TIME_SYNC_SOURCE_USER = 2 };
 
 /** Conversions of time_convert. */
@@ -39,18 +45,18 @@ typedef struct DTG_T {
     uint8_t ui1_minute;
     uint8_t ui1_second;
     uint8_t b_gmt;            /**< 1 for UTC, 0 for local time */
-    uint8_t b_dst;            /**< 1 where summer time is in it */
+    uint8_t b_dst;            /**< 1 if it includes summer time */
 } DTG_T;
 
-/** What the broadcast last said of the time. Aligned to four bytes. */
+/** The last time and time offset that were broadcast. Aligned to four bytes. */
 typedef struct __attribute__((packed, aligned(4))) DT_BRDCST_STATUS_T {
-    uint8_t b_tdt_received;   /**< a time was received */
-    uint8_t b_tot_received;   /**< a time offset was received */
+    uint8_t b_tdt_received;   /**< a time table was received */
+    uint8_t b_tot_received;   /**< a time offset table was received */
     uint8_t aui1_pad[2];
-    int64_t i8_utc;           /**< of the last time received, seconds */
-    int64_t i8_next_change;   /**< when the offset changes, seconds; 0 for never */
-    int32_t i4_offset;        /**< local time less UTC, seconds */
-    int32_t i4_next_offset;   /**< from the change on */
+    int64_t i8_utc;           /**< the last time received, seconds */
+    int64_t i8_next_change;   /**< the time at which the offset changes, seconds; 0 for never */
+    int32_t i4_offset;        /**< local time minus UTC, seconds */
+    int32_t i4_next_offset;   /**< offset after the change, seconds */
 } DT_BRDCST_STATUS_T;
 
 /** The date or time changed. */
@@ -66,10 +72,11 @@ typedef void (*a_qortvapi_time_sync_source_nfy_fct)(int32_t i4_code, void* pv_ta
 int32_t a_qortvapi_time_register_sync_source_callback(a_qortvapi_time_sync_source_nfy_fct pf_callback, void* pv_tag);
 
 /*
- * Clock and broadcast. pui2_source: TIME_SYNC_SOURCE_… that tells the time just now, which is the system as long as the
- * broadcast is to be followed and tells nothing. The broadcast's time is TV_NOT_FOUND then. convert looks at the
- * conversion, not at b_gmt; b_dst of a local time decides which is meant where a change makes it happen twice. The time
- * can be set while TIME_SYNC_SOURCE_USER is followed, and is TV_BUSY else.
+ * Clock and broadcast. pui2_source: the TIME_SYNC_SOURCE_… from which the time comes at present. If
+ * the broadcast is the source but carries no time, this is the system, and the broadcast's time is
+ * TV_NOT_FOUND. time_convert depends on the conversion, not on b_gmt; b_dst of a local time selects
+ * one of the two moments if a change of the offset makes it occur twice. The time can be set while
+ * the source is TIME_SYNC_SOURCE_USER, otherwise TV_BUSY.
  */
 int64_t a_qortvapi_time_get_utc_time(uint16_t* pui2_source);
 uint32_t a_qortvapi_utc_sec_to_dtg(int64_t i8_seconds, DTG_T* pt_date_time);
@@ -80,9 +87,10 @@ int32_t a_qortvapi_time_set_utc_time(int64_t i8_seconds);
 int32_t a_qortvapi_time_is_time_editable(void);
 
 /*
- * Time zone and offset: seconds east of Greenwich, up to fifteen hours. The zone is without summer time, the offset is what
- * local time is ahead just now. Setting the zone sets the offset too. Both can be set unless the broadcast is followed, and
- * are TV_BUSY then. The seconds of dtg_to_sec are those of the fields, be they UTC or local time. update_local_time takes
+ * Time zone and offset, in seconds east of Greenwich, up to fifteen hours. The zone is without
+ * summer time; the offset is the present difference between local time and UTC. To set the zone
+ * also sets the offset. Neither can be set while the source is the broadcast: TV_BUSY. dtg_to_sec
+ * converts the fields as they are, whether they are UTC or local time. update_local_time takes
  * "YYYY-MM-DD" and "HH:MM:SS".
  */
 int64_t a_qortvapi_time_get_time_zone(void);
@@ -100,8 +108,9 @@ int32_t a_qortvapi_time_set_sync_source(uint32_t ui4_source);
 int32_t a_qortvapi_time_update_local_time(const char* ps_date, const char* ps_time);
 
 /*
- * Sleep timer: minutes as set, 0 for none; what remains, seconds. get_sleep_timer_reverse counts down in the steps of a menu:
- * the smallest of 0, 10, 20, 30, 60, 90, 120, 180 and 240 minutes that is not less than what remains.
+ * Sleep timer: the minutes that were set, 0 for none; the remaining time in seconds.
+ * get_sleep_timer_reverse returns the step of a menu: the smallest of 0, 10, 20, 30, 60, 90, 120,
+ * 180 and 240 minutes that is not less than the remaining time.
  */
 int32_t a_qortvapi_time_get_sleep_timer(void);
 int32_t a_qortvapi_time_get_sleep_timer_reverse(void);
@@ -109,8 +118,9 @@ int32_t a_qortvapi_time_set_sleep_timer(int32_t i4_minutes);
 int32_t a_qortvapi_time_get_sleep_timer_remaining_time(uint32_t* pui4_seconds);
 
 /*
- * The date-and-time library. pui2_status: as pui2_source above; pi4_milliseconds: of the second, 0 to 999. conv_utc_local goes by
- * b_gmt of what is given. Modified Julian Dates of mjd_bcd have sixteen bits: 1858-11-17 to 2038-04-22.
+ * The date-and-time library. pui2_status: as pui2_source above; pi4_milliseconds: of the second, 0
+ * to 999. conv_utc_local converts in the direction that b_gmt of its input demands. The Modified
+ * Julian Date of mjd_bcd has sixteen bits: 1858-11-17 to 2038-04-22.
  */
 int32_t c_dt_utc_sec_to_loc_dtg(int64_t i8_seconds, DTG_T* pt_date_time);
 int64_t c_dt_get_utc(uint16_t* pui2_status, int32_t* pi4_milliseconds);

@@ -9,11 +9,14 @@
 extern "C" {
 #endif
 
-/** Ways for a firmware to come. A television without that way answers TV_NOT_SUPPORTED; this one has a disk or stick and the internet. */
+/**
+ * Delivery types of a firmware. TV_NOT_SUPPORTED for a type that the television does not have; this
+ * one has the file system (disk or USB stick) and the internet.
+ */
 enum { UPGRADE_DELIVERY_FILE_SYS = 0, UPGRADE_DELIVERY_INTERNET = 1, UPGRADE_DELIVERY_BROADCAST = 2 };
-/** States; the handler's third argument is the progress in per cent. */
+/** States of an upgrade. i4_progress of the handler is in per cent. */
 enum { UPGRADE_STATE_IDLE = 0, UPGRADE_STATE_DOWNLOADING = 1, UPGRADE_STATE_DOWNLOADED = 2, UPGRADE_STATE_CANCELLED = 3, UPGRADE_STATE_REBOOT_REQUESTED = 4 };
-/** What the download for that way came to. */
+/** Values of query_upgrade_result: the result of the download of a delivery type. */
 enum { UPGRADE_RESULT_NONE = 0, UPGRADE_RESULT_RUNNING = 1, UPGRADE_RESULT_DOWNLOADED = 2, UPGRADE_RESULT_CANCELLED = 3 };
 /** Progress of an upgrade. */
 typedef void (*a_qortvapi_upgrade_nfy_fct)(int32_t i4_type, int32_t i4_state, int32_t i4_progress, void* pv_tag);
@@ -43,8 +46,12 @@ typedef struct QORTVAPI_UPGRADE_ITEM_T {
     char s_path[128];
 } QORTVAPI_UPGRADE_ITEM_T;
 
-/* Nothing is ever fetched, written or restarted: a download runs through its states in half a second. One download at a time, else TV_BUSY. */
-/* start and trigger download from nowhere in particular; check_update answers 1 while nothing is downloaded and 0 afterwards; query_upgrade_result answers UPGRADE_RESULT_…; start_reboot_upgrade wants a download first. */
+/*
+ * Nothing is ever fetched, written or restarted: a download only goes through its states, in half a
+ * second. One download at a time, otherwise TV_BUSY. start and trigger download without a URL.
+ * check_update returns 1 while nothing is downloaded and 0 afterwards. start_reboot_upgrade
+ * requires a download.
+ */
 int32_t a_qortvapi_upgrade_start(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type, bool b_force);
 int32_t a_qortvapi_upgrade_trigger(QORTVAPI_UPGRADE_DLIVRY_TYPE_T e_type);
 int32_t a_qortvapi_upgrade_get_firmware_info(QORTVAPI_UPGRADE_FW_INFO_T* pt_info);

@@ -8,12 +8,18 @@
 extern "C" {
 #endif
 
-/** Outputs that have a volume and a mute of their own. Functions without a type mean the speaker. */
+/**
+ * Types of outputs, which have a volume and a mute state each. Functions without a type act on the
+ * speaker.
+ */
 enum { VOLCTRL_TYPE_SPEAKER = 0, VOLCTRL_TYPE_HEADPHONE = 1, VOLCTRL_TYPE_AUDIO_DESCRIPTION = 2, VOLCTRL_TYPE_LINE_OUT = 3, VOLCTRL_TYPE_COUNT = 4 };
-/** Volumes are 0 to VOLCTRL_MAX. Mute and volume do not change each other. */
+/** A volume is 0 to VOLCTRL_MAX. Mute and volume do not affect each other. */
 enum { VOLCTRL_MAX = 100, VOLCTRL_STEP = 1 };
 
-/* incr, decr and get answer the volume (getMute_by_type 0 or 1), set answers 0; all answer a negative code for an unknown type. */
+/*
+ * The incr, decr and get functions return the volume (getMute_by_type 0 or 1), the set functions 0;
+ * all return a negative code for an unknown type.
+ */
 int32_t a_qortvapi_volctrl_incrVolume(void);
 int32_t a_qortvapi_volctrl_incrVolume_by_type(int32_t i4_type);
 int32_t a_qortvapi_volctrl_decrVolume(void);

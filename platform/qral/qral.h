@@ -11,13 +11,13 @@
 extern "C" {
 #endif
 
-/** Initialises the library, or does so again. */
+/** Initialises the library. May be called again. */
 int32_t QRAL_Init(void);
 
-/** Writes 1 where the set is capable of eARC. */
+/** Writes 1 if the television supports eARC. */
 int32_t QRCEC_GetEARCCaps(uint32_t* pui4_caps);
 int32_t QRCEC_SetEARCEnable(bool b_enabled);
-/** Writes 1 where eARC is active on an HDMI port, counted from 1. */
+/** Writes 1 if eARC is active on an HDMI port; ports count from 1. */
 int32_t QRCEC_GetEARCStatus(int32_t i4_port, uint8_t* pui1_status);
 
 #ifdef __cplusplus

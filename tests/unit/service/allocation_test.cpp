@@ -1,11 +1,11 @@
-/** What need not allocate does not, and what happens where a buffer cannot be had. */
+/** Methods whose buffers have a fixed size allocate nothing; what the others do without memory. */
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <new>
-#include <tuple>
+#include <type_traits>
 
 #include "QorTvApiBroadcastImpl.h"
 #include "QorTvApiCIImpl.h"
@@ -22,14 +22,15 @@
 #include "middleware/channellist.h"
 #include "middleware/event.h"
 #include "middleware/svctx.h"
-#include "service_fixture.h"
-#include "short_memory.h"
+#include "support/recording_client.h"
+#include "support/service_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 
 std::atomic<int> gAllocations{0};
-bool gMemoryIsShort = false;           // for allocations that may fail
-constexpr uint8_t kLeftBehind = 0xa5;  // what fresh memory holds
+bool gMemoryIsShort = false;           // allocations that may fail do
+constexpr uint8_t kLeftBehind = 0xa5;  // the bytes of newly allocated memory
 
 void* allocate(size_t size) {
     ++gAllocations;
@@ -64,20 +65,28 @@ void operator delete[](void* memory, size_t) noexcept {
 
 namespace {
 
-/** Calls a method with empty arguments and a callback that does nothing; returns its allocations.
- */
+/** A result callback that does nothing. */
+struct IgnoreResults {
+    template <typename... Results>
+    void operator()(const Results&...) const {}
+};
+
+/** An argument for a method: empty or 0; for a result callback the one above. */
+template <typename Argument>
+Argument emptyArgument() {
+    if constexpr (std::is_assignable_v<Argument&, IgnoreResults>) {
+        return IgnoreResults{};
+    } else {
+        return Argument{};
+    }
+}
+
+/** Calls a method with empty arguments. Returns the number of its allocations. */
 template <typename Implementation, typename Result, typename... Arguments>
 int allocationsOf(Result (Implementation::*method)(Arguments...)) {
     const sp<Implementation> implementation = new Implementation();
-    std::tuple<std::decay_t<Arguments>...> arguments;
-    const auto fill = [](auto& argument) {
-        using Argument = std::decay_t<decltype(argument)>;
-        const auto callback = [](const auto&...) {};
-        if constexpr (std::is_assignable_v<Argument&, decltype(callback)>) argument = callback;
-    };
-    std::apply([&](auto&... all) { (fill(all), ...); }, arguments);
     const int before = gAllocations + arraysAskedFor();
-    std::apply([&](auto&... all) { (*implementation.*method)(all...); }, arguments);
+    (*implementation.*method)(emptyArgument<std::decay_t<Arguments>>()...);
     return gAllocations + arraysAskedFor() - before;
 }
 
@@ -94,128 +103,36 @@ int allocations() {
 // clang-format off
 const Row kRows[] = {
 #define ROW(function) {#function, &allocations<&QorTvApiChannelListImpl::a_hidl_##function>}
-#include "channel_list_rows.inc"
+#include "rows/channel_list.inc"
 #undef ROW
 #define ROW(function) {#function, &allocations<&QorTvApiCIImpl::a_hidl_##function>}
-#include "ci_rows.inc"
+#include "rows/ci.inc"
+// Those of the CI interface that are no plain bridges and whose buffers have a fixed size.
 ROW(a_qortvapi_ci_key_query),
 ROW(a_qortvapi_ci_set_mmi_enq_ans),
 ROW(a_qortvapi_ci_set),
 #undef ROW
 #define ROW(function) {#function, &allocations<&QorTvApiImpl::a_hidl_##function>}
 #define HBBTV_ROW(function) ROW(function)
-#include "core_rows_applications.inc"
-#include "core_rows_contexts.inc"
-#include "core_rows_settings.inc"
-// Those of the core interface with more to them, whose buffers have a fixed size.
-ROW(a_qortvapi_highlevel_argument_test),
-ROW(a_qortvapi_hbbtv_exchange_data),
-ROW(a_qortvapi_html_agent_exchange_data),
-ROW(a_qortvapi_mheg5_get_current_channel),
-ROW(a_qortvapi_mheg5_get_pfg_info_len),
-ROW(a_qortvapi_mheg5_get_internal_scrn),
-ROW(c_hbbtv_stm_get_audio_lang),
-ROW(a_qortvapi_ginga_is_enable_screen_mode),
-ROW(a_qortvapi_apptv_get_current_channel_svc_text),
-ROW(c_svctx_open),
-ROW(c_svctx_close),
-ROW(c_svctx_get_video_src_resolution),
-ROW(c_svctx_select_svc_64),
-ROW(c_svctx_set_stream_attr_64),
-ROW(c_svctx_set_conn_attr),
-ROW(c_svctx_get_audio_info),
-ROW(c_scc_comp_close),
-ROW(c_scc_vid_set_src_detect_nfy),
-ROW(c_pcl_get_wakeup_reason),
-ROW(c_pcl_set_wakeup_reason),
-ROW(c_pcl_get_power_down_reason),
-ROW(c_pcl_set_power_down_reason),
-ROW(c_pcl_get_gpio),
-ROW(c_pcl_set_gpio),
-ROW(c_pcl_set_gpio_monitor_ctrl_ex),
-ROW(c_pcl_get_wakeup_irkey),
-ROW(a_qortvapi_pcl_get_wakeup_reason),
-ROW(c_iom_output),
-ROW(a_qortvapi_enter_special_mode),
-ROW(a_qortvapi_util_set),
-ROW(a_qortvapi_util_get_sys_version),
-ROW(a_qortvapi_screenmode_get_crnt_overscan),
-ROW(a_qortvapi_volctrl_getMute),
-ROW(a_qortvapi_oad_get_scheduleinfo),
-ROW(a_qortvapi_oad_get_datainfo),
-ROW(a_qortvapi_upgrade_get_firmware_info),
-ROW(a_qortvapi_upgrade_get_item_info),
-ROW(a_qortvapi_upgrade_set),
-ROW(a_qortvapi_parser_get_string),
-ROW(a_qortvapi_load_ch_logo),
-ROW(a_qortvapi_event_atsc_getEvent_general),
-ROW(a_qortvapi_event_atsc_getEvent_general_by_index),
-ROW(a_qortvapi_event_atsc_get_rating_map_by_index),
-ROW(a_qortvapi_audio_info_set_data),
-ROW(a_qortvapi_videoinfo_set_data),
-ROW(a_qortvapi_teletext_set_page),
-ROW(a_qortvapi_teletext_top_get_group_content),
-ROW(a_qortvapi_teletext_top_get_page_content),
+#include "rows/core_applications.inc"
+#include "rows/core_contexts.inc"
+#include "rows/core_settings.inc"
+#include "rows/core_fixed_size.inc"
 #undef ROW
 #define ROW(class, function, entry) {#function, &allocations<&class::a_hidl_##function>}
-#include "domain_rows_broadcast.inc"
-#include "domain_rows_config.inc"
-#include "domain_rows_event.inc"
-#include "domain_rows_input_source.inc"
-#include "domain_rows_multiview.inc"
-#include "domain_rows_rating.inc"
-#include "domain_rows_scan.inc"
-#include "domain_rows_time.inc"
-// Those of the domain interfaces with more to them, whose buffers have a fixed size.
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_target_regions, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_cam_operator_name, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_sync_stop, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_strm_is_orig_scramble, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_change_freq, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_ana_channel_fine_tune, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_get_connect_attr, ""),
-ROW(QorTvApiBroadcastImpl, a_qortvapi_broadcast_transfer_external_ui_status, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sharepinrec_byidx, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sourcerec_byidx, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_currentsourcename, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_currentsourcename_bypath, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_sourcename_bysourceid, ""),
-ROW(QorTvApiInputSrcImpl, a_qortvapi_inputsource_get_userdefname_bysourceid, ""),
-ROW(QorTvApiMultiviewImpl, a_qortvapi_multiview_startMainVideo, ""),
-ROW(QorTvApiMultiviewImpl, a_qortvapi_multiview_startSubVideo, ""),
-ROW(QorTvApiRatingImpl, a_qortvapi_rating_get_us_tv_setting_info, ""),
-ROW(QorTvApiRatingImpl, a_qortvapi_rating_set_us_tv_setting_info, ""),
-ROW(QorTvApiRatingImpl, a_qortvapi_rating_get_op_vchip_info, ""),
-ROW(QorTvApiRatingImpl, a_qortvapi_rating_set_op_vchip_setting_info, ""),
-ROW(QorTvApiRatingImpl, a_qortvapi_rating_get_crnt_rating_info, ""),
-ROW(QorTvApiScanImpl, a_qortvapi_is_scan_active, ""),
-ROW(QorTvApiScanImpl, a_qortvapi_set_atsc_scan_param, ""),
-ROW(QorTvApiScanImpl, a_qortvapi_set_isdb_scan_param, ""),
-ROW(QorTvApiScanImpl, a_qortvapi_set_ntsc_scan_param, ""),
-ROW(QorTvApiConfigImpl, a_qortvapi_config_set_value, ""),
-ROW(QorTvApiConfigImpl, a_qortvapi_config_set_value_for_all_elems, ""),
-ROW(QorTvApiConfigImpl, a_qortvapi_config_get_str_value, ""),
-ROW(QorTvApiConfigImpl, a_qortvapi_config_get_items_enabled, ""),
-ROW(QorTvApiEventImpl, a_qortvapi_event_get_rating_map, ""),
-ROW(QorTvApiEventImpl, a_qortvapi_event_set_query_parameter, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_get_utc_time, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_utc_sec_to_dtg, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_get_broadcast_time_ex, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_convert, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_get_brdcst_raw_data, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_convert_millis_to_local_time, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_dtg_to_sec, ""),
-ROW(QorTvApiTimeImpl, a_qortvapi_time_convert_local_time_to_millis, ""),
-ROW(QorTvApiTimeImpl, c_dt_utc_sec_to_loc_dtg, ""),
-ROW(QorTvApiTimeImpl, c_dt_get_utc, ""),
-ROW(QorTvApiTimeImpl, c_dt_conv_utc_local, ""),
-ROW(QorTvApiTimeImpl, c_dt_mjd_to_dtg, ""),
-ROW(QorTvApiTimeImpl, c_dt_dtg_to_sec, ""),
-ROW(QorTvApiTimeImpl, c_dt_dtg_to_mjd_bcd, ""),
+#include "rows/broadcast.inc"
+#include "rows/config.inc"
+#include "rows/event.inc"
+#include "rows/input_source.inc"
+#include "rows/multiview.inc"
+#include "rows/rating.inc"
+#include "rows/scan.inc"
+#include "rows/time.inc"
+#include "rows/domain_fixed_size.inc"
 #undef ROW
 };
 
-/** A read of a block of bytes about an event. */
+/** A method that reads a block of bytes about an event. */
 struct BlockRow {
     const char* method;
     Return<void> (QorTvApiEventImpl::*call)(uint32_t, uint32_t, uint32_t,
@@ -228,7 +145,7 @@ const BlockRow kBlockRows[] = {
 #define ROW(method, function) \
     {"a_hidl_" #method, &QorTvApiEventImpl::a_hidl_##method, \
      [](auto& tv, const auto& read) { tv.template on<&function>(read); }}
-#include "event_block_rows.inc"
+#include "rows/event_blocks.inc"
 #undef ROW
 };
 // clang-format on
@@ -243,7 +160,7 @@ TEST_F(ServiceAllocation, isNotNeededByPlainMethods) {
 }
 
 TEST_F(ServiceAllocation, isNotNeededByMethodsThatAlwaysLog) {
-    // Their lines are kept out of the capture, which allocates.
+    // Their lines are not captured, because capturing allocates.
     __android_log_set_minimum_priority(ANDROID_LOG_ERROR);
     EXPECT_EQ(allocationsOf(&QorTvApiImpl::a_hidl_send_key_and_mouse), 0) << "nobody listens";
     EXPECT_EQ(
@@ -267,7 +184,7 @@ class ServiceShortMemory : public ServiceTest {
     ServiceShortMemory() { gMemoryIsShort = true; }
     ~ServiceShortMemory() override { gMemoryIsShort = false; }
 
-    /** An array read answers no bytes and the result, and logs `line` while debugging is on. */
+    /** `method` answers with no bytes and the result, and logs `line` while debugging is on. */
     template <typename Method>
     void check(Method method, const LogLine& line) {
         const sp<QorTvApiChannelListImpl> impl = new QorTvApiChannelListImpl();
@@ -326,7 +243,7 @@ TEST_F(ServiceShortMemory, doesNotAnswerBlocksOfEvents) {
     }
 }
 
-/** The reads whose buffers the client sizes and nobody zeroes. */
+/** Reads into a buffer of a size that the client chooses and that is not zeroed. */
 class ServiceUninitialisedRead : public ServiceTest {
   protected:
     const sp<QorTvApiImpl> impl = new QorTvApiImpl();

@@ -1,22 +1,23 @@
-/** The handlers that ask the clients for an answer, and the one that takes wake locks. */
+/** The handlers that ask the clients a question, and the one that takes wake locks. */
 #include <cstring>
+#include <functional>
 
-#include "fan_out_check.h"
 #include "hhandler/registration.h"
 #include "middleware/highlevel.h"
 #include "middleware/mheg5.h"
 #include "middleware/wakelock.h"
+#include "support/fan_out_check.h"
 
 namespace {
 
-std::vector<std::string> gWakeLocks;  // what the power library below was asked for
+std::vector<std::string> gWakeLocks;  // the calls of the power library below
 
 }  // namespace
 
 // The test's own power library, in the place of the platform's.
 extern "C" int acquire_wake_lock(int lock, const char* id) {
     gWakeLocks.push_back("acquire " + std::to_string(lock) + " " + id);
-    return -1;  // of no consequence
+    return -1;  // the service ignores it
 }
 extern "C" int release_wake_lock(const char* id) {
     gWakeLocks.push_back(std::string("release ") + id);

@@ -1,11 +1,12 @@
-/** Record images that clients send, and the callback that they must bring. */
+/** Record images of other sizes than the record, and calls without a result callback. */
 #include "bridge.h"
 
 #include <cstring>
+#include <functional>
 
 #include "QorTvApiChannelListImpl.h"
 #include "middleware/channellist.h"
-#include "service_fixture.h"
+#include "support/service_fixture.h"
 
 namespace {
 
@@ -98,7 +99,7 @@ class ServiceOversizedImageDeathTest : public ServiceInputImage,
 
 TEST_P(ServiceOversizedImageDeathTest, endsTheProcess) {
     const OversizedRow& row = GetParam();
-    row.call(*impl, row.size);  // a full one is welcome
+    row.call(*impl, row.size);  // an image of the full size is taken
     EXPECT_DEATH(row.call(*impl, row.size + 1),
                  std::string(row.method) + ": bounded copy of " + std::to_string(row.size + 1) +
                          " bytes into a block of " + std::to_string(row.size));

@@ -3,6 +3,7 @@
 #include <time.h>
 
 #include <cerrno>
+#include <functional>
 #include <utility>
 
 #include "hhandler/hh_svctx.h"
@@ -45,7 +46,7 @@
 #include "middleware/videoinfo.h"
 #include "middleware/wakelock.h"
 #include "middleware/warningmsg.h"
-#include "service_fixture.h"
+#include "support/service_fixture.h"
 
 namespace {
 
@@ -54,7 +55,8 @@ std::function<bool(const timespec&)> gOnSleep;
 
 }  // namespace
 
-// In front of the C library's: a test of ninety seconds of waiting does not wait.
+// Replaces the function of the C library, so that a test of ninety seconds of waiting does not
+// wait.
 extern "C" int nanosleep(const timespec* period, timespec* remaining) {
     if (gOnSleep) {
         if (!gOnSleep(*period)) return 0;
@@ -125,7 +127,7 @@ TEST_F(ServiceBringUp, connectsAtOnceWhenBothFilesAreThere) {
     });
     tv.on<&c_svctx_prepare_process_env>([](uint32_t flags) {
         EXPECT_EQ(flags, 0u);
-        return -1;  // of no consequence
+        return -1;  // the service ignores it
     });
     EXPECT_EQ(bringUp(),
               (std::vector<LogLine>{kConstructorLine, rpcLine("."),
@@ -210,7 +212,7 @@ TEST_F(ServiceBringUp, doesNotResumeAnInterruptedSleep) {
 
 using Registration = std::pair<std::string, uint64_t>;  // function, tag
 
-/** Writes down each call of a registration function that takes (handler, tag). */
+/** Records each call of a registration function that takes (handler, tag). */
 template <auto... Functions>
 void captureRegistrations(switchboard::Switchboard& tv, std::vector<Registration>& registrations,
                           std::initializer_list<const char*> names) {
@@ -218,7 +220,7 @@ void captureRegistrations(switchboard::Switchboard& tv, std::vector<Registration
     (tv.on<Functions>([&registrations, name = *name++](auto handler, void* tag) {
         EXPECT_NE(handler, nullptr) << name;
         registrations.emplace_back(name, reinterpret_cast<uintptr_t>(tag));
-        return -1;  // of no consequence
+        return -1;  // the service ignores it
     }),
      ...);
 }
@@ -410,7 +412,7 @@ TEST_F(ServiceBringUp, opensEachServiceContextOnlyOnce) {
 
 class ServiceRegistrationLog : public ServiceBringUp {
   protected:
-    /** What the registrations logged: everything under other tags than the core object's. */
+    /** The log lines of the registrations: those with other tags than the core object's. */
     std::vector<LogLine> registrationLines() {
         const sp<QorTvApiImpl> impl = new QorTvApiImpl();
         std::vector<LogLine> others;

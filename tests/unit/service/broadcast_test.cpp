@@ -1,10 +1,10 @@
-/** The methods of the broadcast channel with more to them than passing on. */
+/** The methods of the broadcast interface that are no plain bridges. */
 #include <cstring>
 #include <functional>
 
 #include "QorTvApiBroadcastImpl.h"
-#include "domain_fixture.h"
 #include "middleware/broadcast.h"
+#include "support/domain_fixture.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
-/** eARC on a hardware abstraction library of the test's own. */
+/** The eARC methods, with a hardware abstraction library of the test's own. */
 #include "QorTvApiCec.h"
-#include "domain_fixture.h"
 #include "qral/qral.h"
+#include "support/domain_fixture.h"
 
 namespace {
 
 using Calls = std::vector<std::string>;
 
-/** What the library does next, and what it was asked for. */
+/** The results of the library's next calls, and the calls that it received. */
 struct FakeLibrary {
     int32_t init_result = 0;
     int32_t result = 0;

@@ -1,43 +1,39 @@
-/** The channel-list methods that only pass on: a row each. */
+/** The plain bridges of the channel-list interface: a row each. */
 #include "QorTvApiChannelListImpl.h"
-#include "forwarding.h"
 #include "middleware/channellist.h"
-#include "service_fixture.h"
+#include "support/forwarding.h"
+#include "support/service_fixture.h"
 
 namespace {
 
-struct Row {
-    const char* function;
-    void (*check)(const char*);
-};
-
-template <auto Method, auto Function>
-constexpr auto kCheck = &forwarding::check<QorTvApiChannelListImpl, Method, Function>;
-
 // clang-format off
-#define ROW(function) {#function, kCheck<&QorTvApiChannelListImpl::a_hidl_##function, &function>}
+#define ROW(function) \
+    forwarding::bridge<QorTvApiChannelListImpl, &QorTvApiChannelListImpl::a_hidl_##function, \
+                       &function>(#function)
 // clang-format on
 
-const Row kRows[] = {
-#include "channel_list_rows.inc"
+const forwarding::Bridge kBridges[] = {
+#include "rows/channel_list.inc"
 };
 
-class ServiceChannelListForwarding : public ServiceTest, public testing::WithParamInterface<Row> {};
+class ServiceChannelListForwarding : public ServiceTest,
+                                     public testing::WithParamInterface<forwarding::Bridge> {};
 
 TEST_P(ServiceChannelListForwarding, passesArgumentsAndOutputsOn) {
-    const Row& row = GetParam();
-    const std::string method = std::string("a_hidl_") + row.function;
-    row.check(row.function);
-    const std::vector<LogLine> lines = log.take();
-    ASSERT_EQ(lines.size(), 4u) << "an entry line for each of the four calls";
-    EXPECT_EQ(lines[0], debugLine("QorTvApiChannelListImpl(service)", method, method));
+    const forwarding::Bridge& bridge = GetParam();
+    const std::string method = std::string("a_hidl_") + bridge.function;
+    forwarding::checkNew<QorTvApiChannelListImpl>(bridge);
+    EXPECT_EQ(log.take(),
+              std::vector<LogLine>(forwarding::kCalls,
+                                   debugLine("QorTvApiChannelListImpl(service)", method, method)))
+            << "an entry line for each call";
 
     mTvApiDebug = 0;
-    row.check(row.function);
+    forwarding::checkNew<QorTvApiChannelListImpl>(bridge);
     EXPECT_TRUE(log.take().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, ServiceChannelListForwarding, testing::ValuesIn(kRows),
+INSTANTIATE_TEST_SUITE_P(, ServiceChannelListForwarding, testing::ValuesIn(kBridges),
                          [](const auto& row) { return std::string(row.param.function); });
 
 TEST(ServiceChannelListRecords, haveTheSizesOfTheContract) {

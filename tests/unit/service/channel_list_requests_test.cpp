@@ -1,4 +1,4 @@
-/** The channel-list methods that are more than a call: bulk reads, array reads, locked writes. */
+/** The channel-list methods that are no plain bridges: bulk reads, array reads, locked writes. */
 #include <unistd.h>
 
 #include <algorithm>
@@ -6,15 +6,17 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <functional>
 #include <future>
+#include <mutex>
 #include <thread>
 #include <tuple>
 
 #include "QorTvApiChannelListImpl.h"
-#include "fake_ion.h"
-#include "fan_out_check.h"
 #include "middleware/channellist.h"
-#include "service_fixture.h"
+#include "support/fake_ion.h"
+#include "support/fan_out_check.h"
+#include "support/service_fixture.h"
 
 namespace {
 
@@ -37,7 +39,7 @@ class ServiceChannelListRequest : public ServiceTest {
         gIon = FakeIon();
         tv.on<&a_qortvapi_channellist_lock_database>([](uint32_t svl_id, uint32_t flags) {
             noteEvent("lock " + std::to_string(svl_id) + " " + std::to_string(flags));
-            return -1;  // of no consequence
+            return -1;  // the service ignores it
         });
         tv.on<&a_qortvapi_channellist_unlock_database>([](uint32_t svl_id, uint32_t flags) {
             noteEvent("unlock " + std::to_string(svl_id) + " " + std::to_string(flags));
@@ -67,7 +69,7 @@ class ServiceChannelListRequest : public ServiceTest {
         return events;
     }
 
-    /** The log without the lines of debugging. */
+    /** The log without debug lines. */
     std::vector<LogLine> errors() {
         std::vector<LogLine> lines;
         for (LogLine& line : log.take()) {
@@ -79,10 +81,10 @@ class ServiceChannelListRequest : public ServiceTest {
     const sp<QorTvApiChannelListImpl> impl;
 };
 
-/** Longest that a test waits for what must come. */
+/** Longest wait for an event that must happen. */
 constexpr std::chrono::seconds kPatience{20};
 
-// The list reads.
+// Reads of a list into shared memory.
 
 TEST_F(ServiceChannelListRequest, readsByFilterInOrder) {
     const SharedBuffer svl(3 * sizeof(SVL_REC_T));
@@ -472,7 +474,7 @@ TEST_F(ServiceChannelListRequest, readsRecordsAndIdsWhileAListReadAnswers) {
               (Events{"close 7", "answer", "close 1", "close 2"}));
 }
 
-// The loops.
+// Reads that call the middleware for each record.
 
 TEST_F(ServiceChannelListRequest, loopsOverAHandle) {
     const SharedBuffer svl(3 * sizeof(SVL_REC_T));
@@ -576,7 +578,7 @@ TEST_F(ServiceChannelListWrap, comparesSixteenBits) {
     EXPECT_EQ(indexes(0xffff, 3, 0), (std::vector<uint32_t>{0xffff, 0, 1}));
 }
 
-// The writes.
+// Writes of records.
 
 template <auto Function>
 void checkWrite(switchboard::Switchboard& tv, const sp<QorTvApiChannelListImpl>& impl,
@@ -645,7 +647,7 @@ TEST_F(ServiceChannelListRequest, writesABissKeyUnderItsLock) {
     EXPECT_EQ(take(), (Events{"lock 4026531841", "write", "unlock 4026531841", "answer 44 -8"}));
 }
 
-// The list ids.
+// Reads of record ids.
 
 class ServiceChannelListIds : public ServiceChannelListRequest {
   protected:

@@ -1,4 +1,4 @@
-/** What the CI module reports, and the one registration for it. */
+/** The notifications of the CI module, and the registration of their one handler. */
 #include <unistd.h>
 
 #include <cstddef>
@@ -6,9 +6,9 @@
 #include <tuple>
 
 #include "QorTvApiCIImpl.h"
-#include "core_fixture.h"
-#include "fan_out_check.h"
 #include "middleware/ci.h"
+#include "support/core_fixture.h"
+#include "support/fan_out_check.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ a_qortvapi_ci_nfy_fct registeredOnce() {
     return handler;
 }
 
-/** Keeps the dialogues that it is shown, and where their texts lay. */
+/** Keeps the dialogues that it receives, and the addresses of their texts. */
 class DialogueClient : public RecordingClient {
   public:
     std::vector<HIDL_CI_MMI_ENQ_T> enquiries;

@@ -1,13 +1,13 @@
-/** The requests to the CI module: what reaches the middleware, what is answered, what is logged. */
+/** Requests to the CI module: calls of the middleware, answers, log lines. */
 #include <algorithm>
 #include <cstring>
 #include <functional>
 
 #include "QorTvApiCIImpl.h"
-#include "core_fixture.h"
-#include "forwarding.h"
 #include "middleware/ci.h"
-#include "short_memory.h"
+#include "support/domain_fixture.h"
+#include "support/forwarding.h"
+#include "support/short_memory.h"
 
 namespace {
 
@@ -20,29 +20,11 @@ using switchboard::Switchboard;
 constexpr uint32_t kInfo = 0xfedcba98;
 constexpr char kInfoText[] = "-19088744";  // as "%d" prints it
 
-class ServiceCiRequests : public ServiceTest {
+class ServiceCiRequests : public DomainTest<QorTvApiCIImpl> {
   protected:
-    static std::vector<LogLine> linesOf(const std::string& method, const Texts& texts) {
-        std::vector<LogLine> lines;
-        for (const std::string& text : texts) {
-            lines.push_back(debugLine("QorTvApiCIImpl(service)", method, text));
-        }
-        return lines;
-    }
+    ServiceCiRequests() : DomainTest("QorTvApiCIImpl(service)") {}
 
-    /** `call` writes `texts` while debugging is on; `always` remains of them when it is off. */
-    void expectLines(const std::string& method, const Texts& texts,
-                     const std::function<void()>& call, const Texts& always = {}) {
-        log.take();
-        call();
-        EXPECT_EQ(log.take(), linesOf(method, texts));
-        mTvApiDebug = 0;
-        call();
-        EXPECT_EQ(log.take(), linesOf(method, always));
-        mTvApiDebug = 1;
-    }
-
-    /** As above, and neither call reaches the middleware. */
+    /** expectLines(), and neither call reaches the middleware. */
     void expectNoCall(const std::string& method, const Texts& texts,
                       const std::function<void()>& call, const Texts& always = {}) {
         Switchboard::startRecording();
@@ -75,8 +57,6 @@ class ServiceCiRequests : public ServiceTest {
     static std::string setText(const std::string& rest) {
         return "QorTvApiCIImpl, a_hidl_a_qortvapi_ci_set " + rest;
     }
-
-    const sp<QorTvApiCIImpl> impl = new QorTvApiCIImpl();
 };
 
 const std::string kGet = "a_hidl_a_qortvapi_ci_get";
@@ -588,40 +568,35 @@ TEST_F(ServiceCiRequests, aKeyIsWrittenWithTheLengthThatTheClientSays) {
     }
 }
 
-// What only passes on.
-
-struct Row {
-    const char* function;
-    void (*check)(const char*);
-};
-
-template <auto Method, auto Function>
-constexpr auto kCheck = &forwarding::check<QorTvApiCIImpl, Method, Function>;
+// Plain bridges.
 
 // clang-format off
-#define ROW(function) {#function, kCheck<&QorTvApiCIImpl::a_hidl_##function, &function>}
+#define ROW(function) \
+    forwarding::bridge<QorTvApiCIImpl, &QorTvApiCIImpl::a_hidl_##function, &function>(#function)
 // clang-format on
 
-const Row kRows[] = {
-#include "ci_rows.inc"
+const forwarding::Bridge kBridges[] = {
+#include "rows/ci.inc"
 };
 
-class ServiceCiForwarding : public ServiceTest, public testing::WithParamInterface<Row> {};
+class ServiceCiForwarding : public ServiceTest,
+                            public testing::WithParamInterface<forwarding::Bridge> {};
 
 TEST_P(ServiceCiForwarding, passesArgumentsAndOutputsOn) {
-    const Row& row = GetParam();
-    const std::string method = std::string("a_hidl_") + row.function;
-    row.check(row.function);
+    const forwarding::Bridge& bridge = GetParam();
+    const std::string method = std::string("a_hidl_") + bridge.function;
+    forwarding::checkNew<QorTvApiCIImpl>(bridge);
     EXPECT_EQ(log.take(),
-              std::vector<LogLine>(4, debugLine("QorTvApiCIImpl(service)", method, method)))
-            << "an entry line for each of the four calls";
+              std::vector<LogLine>(forwarding::kCalls,
+                                   debugLine("QorTvApiCIImpl(service)", method, method)))
+            << "an entry line for each call";
 
     mTvApiDebug = 0;
-    row.check(row.function);
+    forwarding::checkNew<QorTvApiCIImpl>(bridge);
     EXPECT_TRUE(log.take().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(, ServiceCiForwarding, testing::ValuesIn(kRows),
+INSTANTIATE_TEST_SUITE_P(, ServiceCiForwarding, testing::ValuesIn(kBridges),
                          [](const auto& row) { return std::string(row.param.function); });
 
 }  // namespace

@@ -1,10 +1,10 @@
-/** The set's configuration: texts, and the lines about them. */
+/** The configuration interface: texts, lists, numbers, and the log lines about them. */
 #include <cstring>
 
 #include "QorTvApiConfigImpl.h"
-#include "core_fixture.h"
-#include "forwarding.h"
 #include "middleware/config.h"
+#include "support/core_fixture.h"
+#include "support/forwarding.h"
 
 namespace {
 
@@ -164,13 +164,13 @@ TEST_F(ServiceConfigItems, areLoggedBehindTheAnswer) {
 
 // Numbers that are written.
 
+#define BRIDGE(function)                                                                       \
+    forwarding::bridge<QorTvApiConfigImpl, &QorTvApiConfigImpl::a_hidl_##function, &function>( \
+            #function)
+
 TEST_F(ServiceConfig, passesNumbersOn) {
-    forwarding::check<QorTvApiConfigImpl, &QorTvApiConfigImpl::a_hidl_a_qortvapi_config_set_value,
-                      &a_qortvapi_config_set_value>("a_qortvapi_config_set_value");
-    forwarding::check<QorTvApiConfigImpl,
-                      &QorTvApiConfigImpl::a_hidl_a_qortvapi_config_set_value_for_all_elems,
-                      &a_qortvapi_config_set_value_for_all_elems>(
-            "a_qortvapi_config_set_value_for_all_elems");
+    forwarding::checkNew<QorTvApiConfigImpl>(BRIDGE(a_qortvapi_config_set_value));
+    forwarding::checkNew<QorTvApiConfigImpl>(BRIDGE(a_qortvapi_config_set_value_for_all_elems));
 }
 
 TEST_F(ServiceConfig, logsNumbersThatAreWritten) {

@@ -1,11 +1,12 @@
-/** The methods of interactive television that do more, or less, than pass on. */
+/** The core methods of interactive television that are no plain bridges. */
 #include <cstring>
+#include <functional>
 
-#include "core_fixture.h"
 #include "middleware/apptv.h"
 #include "middleware/ginga.h"
 #include "middleware/hbbtv.h"
 #include "middleware/highlevel.h"
+#include "support/core_fixture.h"
 
 namespace {
 
@@ -104,7 +105,7 @@ TEST_F(ServiceCoreApplications, theGenericFunctionPassesParametersThroughAFailur
     EXPECT_EQ(answers, 1);
 }
 
-/** What has nothing behind it: a log line in every case, no middleware, no answer. */
+/** Methods without a function of the middleware: they write a log line and do not answer. */
 class ServiceCoreStub : public ServiceCoreApplications {
   protected:
     ServiceCoreStub() { switchboard::Switchboard::startRecording(); }

@@ -1,8 +1,8 @@
-/** The entry line of the methods of the set and of its services that do more than pass on. */
+/** The entry lines of core methods that are no plain bridges. */
 #include <functional>
 #include <ostream>
 
-#include "core_fixture.h"
+#include "support/core_fixture.h"
 
 namespace {
 

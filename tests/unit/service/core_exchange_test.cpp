@@ -1,9 +1,10 @@
 /** The exchange of messages with the HbbTV engine and the HTML agent. */
 #include <cstring>
+#include <functional>
 
-#include "core_fixture.h"
 #include "middleware/hbbtv.h"
 #include "middleware/html_agent.h"
+#include "support/core_fixture.h"
 
 namespace {
 

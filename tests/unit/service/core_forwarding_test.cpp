@@ -1,6 +1,4 @@
-/** The methods of the core interface that only pass on: a row each. */
-#include "core_fixture.h"
-#include "forwarding.h"
+/** The plain bridges of the core interface: a row each. */
 #include "middleware/apptv.h"
 #include "middleware/audio_info.h"
 #include "middleware/av_mode.h"
@@ -28,50 +26,46 @@
 #include "middleware/util.h"
 #include "middleware/videoinfo.h"
 #include "middleware/volctrl.h"
+#include "support/core_fixture.h"
+#include "support/forwarding.h"
 
 namespace {
 
 struct Row {
-    const char* function;
-    void (*check)(QorTvApiImpl&, const char*);
+    forwarding::Bridge bridge;
     const char* tag;
     const char* prefix;  // of the function that writes the entry line
 };
 
-template <auto Method, auto Function>
-void check(QorTvApiImpl& impl, const char* name) {
-    forwarding::Forwarding<decltype(Method), decltype(Function)>::template check<Function>(
-            impl, Method, name);
-}
-
 // clang-format off
-#define ROW(function) \
-    {#function, &check<&QorTvApiImpl::a_hidl_##function, &function>, "QorTvApiImpl(service)", "a_hidl_"}
-#define HBBTV_ROW(function) \
-    {#function, &check<&QorTvApiImpl::a_hidl_##function, &function>, "hh_hbbtv", "hh_"}
+#define BRIDGE(function) \
+    forwarding::bridge<QorTvApiImpl, &QorTvApiImpl::a_hidl_##function, &function>(#function)
+#define ROW(function) {BRIDGE(function), "QorTvApiImpl(service)", "a_hidl_"}
+#define HBBTV_ROW(function) {BRIDGE(function), "hh_hbbtv", "hh_"}
 // clang-format on
 
 const Row kRows[] = {
-#include "core_rows_applications.inc"
-#include "core_rows_contexts.inc"
-#include "core_rows_settings.inc"
+#include "rows/core_applications.inc"
+#include "rows/core_contexts.inc"
+#include "rows/core_settings.inc"
 };
 
 class ServiceCoreForwarding : public CoreTest, public testing::WithParamInterface<Row> {};
 
 TEST_P(ServiceCoreForwarding, passesArgumentsAndOutputsOn) {
     const Row& row = GetParam();
-    const std::string writer = std::string(row.prefix) + row.function;
-    row.check(*impl, row.function);
-    EXPECT_EQ(log.take(), std::vector<LogLine>(4, debugLine(row.tag, writer, writer)))
-            << "an entry line for each of the four calls";
+    const std::string writer = std::string(row.prefix) + row.bridge.function;
+    forwarding::check(row.bridge, impl.get());
+    EXPECT_EQ(log.take(),
+              std::vector<LogLine>(forwarding::kCalls, debugLine(row.tag, writer, writer)))
+            << "an entry line for each call";
 
     mTvApiDebug = 0;
-    row.check(*impl, row.function);
+    forwarding::check(row.bridge, impl.get());
     EXPECT_TRUE(log.take().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(, ServiceCoreForwarding, testing::ValuesIn(kRows),
-                         [](const auto& row) { return std::string(row.param.function); });
+                         [](const auto& row) { return std::string(row.param.bridge.function); });
 
 }  // namespace

@@ -1,4 +1,5 @@
-/** Key and pointer events: what reaches the input socket, and what is refused. */
+/** Key and pointer events: messages on the input socket, and refusals. */
+#include <stdlib.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/un.h>
@@ -7,14 +8,15 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <optional>
 
-#include "core_contexts_fixture.h"
+#include "support/core_contexts_fixture.h"
 
 namespace {
 
-// What the system calls below were asked for, and what they do.
+// The arguments that the functions below received, and their results.
 bool gSocketsFail = false;
 std::vector<std::pair<std::string, socklen_t>> gConnects;
 std::vector<std::pair<size_t, int>> gSends;

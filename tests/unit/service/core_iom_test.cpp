@@ -1,8 +1,10 @@
 /** Devices of the input and output manager, whose data travel in a client's shared region. */
-#include "core_contexts_fixture.h"
-#include "fake_ion.h"
+#include <cstring>
+
 #include "hhandler/hh_iom.h"
 #include "middleware/iom.h"
+#include "support/core_contexts_fixture.h"
+#include "support/fake_ion.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-/** On which side of the answer the methods write their lines that tell what is answered. */
+/** Log lines that contain answers: which are written before the result callback, which after it. */
 #include <functional>
 #include <ostream>
 
-#include "core_fixture.h"
 #include "middleware/ewspa.h"
+#include "support/core_fixture.h"
 
 namespace {
 

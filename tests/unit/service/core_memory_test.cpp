@@ -1,10 +1,10 @@
-/** What the core interface does where the memory for a size that a client chose cannot be had. */
+/** The core methods where there is no memory for a buffer of a size that the client chose. */
 #include <functional>
 #include <ostream>
 
-#include "core_fixture.h"
 #include "middleware/util.h"
-#include "short_memory.h"
+#include "support/core_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 
@@ -125,7 +125,7 @@ const RequiredRow kRequiredRows[] = {
     {"a_hidl_a_qortvapi_videoinfo_set_data", 3, 1, [](auto& impl) { impl.a_hidl_a_qortvapi_videoinfo_set_data(1, {1, 2}, 3); }},
 };
 
-/** Sizes that 32 bits cannot say, the byte behind the elements counted, or that are negative. */
+/** Sizes that are negative or that, with the byte behind the elements, do not fit into 32 bits. */
 const RequiredRow kImpossibleRows[] = {
     {"a_hidl_a_qortvapi_screenmode_get_all_screen_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_screenmode_get_all_screen_mode(0x80000000, kIgnore); }},
     {"a_hidl_a_qortvapi_av_mode_get_all_picture_mode", 0x80000000, 2, [](auto& impl) { impl.a_hidl_a_qortvapi_av_mode_get_all_picture_mode(0x80000000, kIgnore); }},

@@ -1,9 +1,10 @@
 /** The requests to the MHEG-5 engine, each with a log line of its own. */
 #include <cstring>
+#include <functional>
 
-#include "core_fixture.h"
-#include "forwarding.h"
 #include "middleware/mheg5.h"
+#include "support/core_fixture.h"
+#include "support/forwarding.h"
 
 namespace {
 
@@ -21,16 +22,16 @@ class ServiceCoreMheg5 : public CoreTest {
         mTvApiDebug = 1;
     }
 
-    template <auto Method, auto Function>
-    void expectForwarding(const char* name) {
-        forwarding::Forwarding<decltype(Method), decltype(Function)>::template check<Function>(
-                *impl, Method, name);
+    void expectForwarding(const forwarding::Bridge& bridge) {
+        forwarding::check(bridge, impl.get());
         log.take();
     }
 };
 
-#define EXPECT_FORWARDING(function) \
-    expectForwarding<&QorTvApiImpl::a_hidl_##function, &function>(#function)
+#define EXPECT_FORWARDING(function)                                                        \
+    expectForwarding(                                                                      \
+            forwarding::bridge<QorTvApiImpl, &QorTvApiImpl::a_hidl_##function, &function>( \
+                    #function))
 
 TEST_F(ServiceCoreMheg5, passArgumentsAndOutputsOn) {
     EXPECT_FORWARDING(a_qortvapi_mheg5_get_current_channel);

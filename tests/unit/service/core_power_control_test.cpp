@@ -1,8 +1,8 @@
 /** Power control: reasons, input lines and the key that woke the set. */
 #include <cstring>
 
-#include "core_contexts_fixture.h"
 #include "middleware/pcl.h"
+#include "support/core_contexts_fixture.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ class ServicePowerControl : public CoreContextsTest {
         return answers.at(0);
     }
 
-    /** A reason that only passes on, with its line of debugging. */
+    /** A plain bridge for a reason, with its debug line. */
     template <auto Function, typename Method>
     void expectPassedOn(Method method, const std::string& name) {
         const std::vector<uint8_t> data = {4, 3, 2, 0xf1};

@@ -1,9 +1,10 @@
 /** Service contexts: the handles that all clients share, the selection, the reads and writes. */
 #include <cstring>
+#include <functional>
 
-#include "core_contexts_fixture.h"
 #include "hhandler/hh_svctx.h"
 #include "middleware/svctx.h"
+#include "support/core_contexts_fixture.h"
 
 namespace {
 

@@ -1,16 +1,17 @@
-/** The methods of what comes with a service that do more than pass on. */
+/** The core methods for subtitles, ATSC events, audio, warnings and teletext that are no plain
+ * bridges. */
 #include <cstring>
 #include <functional>
 #include <optional>
 #include <utility>
 
-#include "core_fixture.h"
 #include "middleware/audio_info.h"
 #include "middleware/event_atsc.h"
 #include "middleware/ewspa.h"
 #include "middleware/subtitle.h"
 #include "middleware/teletext.h"
 #include "middleware/videoinfo.h"
+#include "support/core_fixture.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-/** The methods of the set itself that do more, or less, than pass on. */
+/** The core methods for the set's settings that are no plain bridges. */
 #include <android-base/properties.h>
 
 #include <cstring>
@@ -6,13 +6,13 @@
 #include <optional>
 #include <utility>
 
-#include "core_fixture.h"
 #include "middleware/av_mode.h"
 #include "middleware/event_atsc.h"
 #include "middleware/screenmode.h"
 #include "middleware/upgrade.h"
 #include "middleware/util.h"
 #include "middleware/volctrl.h"
+#include "support/core_fixture.h"
 
 namespace {
 

@@ -1,7 +1,9 @@
 /** Stream components: six handles that are opened once and shared by all clients. */
-#include "core_contexts_fixture.h"
+#include <functional>
+
 #include "hhandler/hh_scc.h"
 #include "middleware/scc.h"
+#include "support/core_contexts_fixture.h"
 
 namespace {
 

@@ -1,9 +1,8 @@
-/** The methods of the set and of its services that answer a text. */
+/** The core methods that answer with a text. */
 #include <cstring>
 #include <functional>
 #include <ostream>
 
-#include "core_fixture.h"
 #include "middleware/audio_info.h"
 #include "middleware/banner.h"
 #include "middleware/dfmngr.h"
@@ -12,10 +11,11 @@
 #include "middleware/oad.h"
 #include "middleware/parser.h"
 #include "middleware/util.h"
+#include "support/core_fixture.h"
 
 namespace {
 
-/** What the middleware does with the buffer and the size that it is told. */
+/** What the middleware does to the buffer and to the size that it receives. */
 using Writer = std::function<int32_t(char*, int64_t)>;
 using TextAnswer = std::function<void(const hidl_string&, int32_t)>;
 

@@ -1,4 +1,4 @@
-/** The methods of the domain interfaces that only pass on: a row each. */
+/** The plain bridges of the domain interfaces: a row each. */
 #include "QorTvApiBroadcastImpl.h"
 #include "QorTvApiConfigImpl.h"
 #include "QorTvApiEventImpl.h"
@@ -10,7 +10,6 @@
 #include "QorTvApiScanImpl.h"
 #include "QorTvApiTimeImpl.h"
 #include "QorTvApiTimeshiftImpl.h"
-#include "forwarding.h"
 #include "middleware/broadcast.h"
 #include "middleware/config.h"
 #include "middleware/event.h"
@@ -22,17 +21,15 @@
 #include "middleware/scan.h"
 #include "middleware/time.h"
 #include "middleware/timeshift.h"
-#include "service_fixture.h"
+#include "support/forwarding.h"
+#include "support/service_fixture.h"
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
 struct Row {
     const char* implementation;
-    const char* function;
-    void (*check)(const char*);
-    Texts (*entry_lines)(const std::string& format, const std::string& method);
+    forwarding::Bridge bridge;
+    void (*check_new)(const forwarding::Bridge& bridge);
     const char* entry_format;
 };
 
@@ -40,22 +37,22 @@ struct Row {
 // name and each "%d" for the next number among its arguments; an empty one is not written.
 // clang-format off
 #define ROW(class, function, entry) \
-    {#class, #function, &forwarding::check<class, &class::a_hidl_##function, &function>, \
-     &forwarding::entryLines<&class::a_hidl_##function, &function>, entry}
+    {#class, forwarding::bridge<class, &class::a_hidl_##function, &function>(#function), \
+     &forwarding::checkNew<class>, entry}
 // clang-format on
 
 const Row kRows[] = {
-#include "domain_rows_broadcast.inc"
-#include "domain_rows_config.inc"
-#include "domain_rows_event.inc"
-#include "domain_rows_input_source.inc"
-#include "domain_rows_multiview.inc"
-#include "domain_rows_pvrbrowser.inc"
-#include "domain_rows_rating.inc"
-#include "domain_rows_record.inc"
-#include "domain_rows_scan.inc"
-#include "domain_rows_time.inc"
-#include "domain_rows_timeshift.inc"
+#include "rows/broadcast.inc"
+#include "rows/config.inc"
+#include "rows/event.inc"
+#include "rows/input_source.inc"
+#include "rows/multiview.inc"
+#include "rows/pvrbrowser.inc"
+#include "rows/rating.inc"
+#include "rows/record.inc"
+#include "rows/scan.inc"
+#include "rows/time.inc"
+#include "rows/timeshift.inc"
 };
 
 class ServiceDomainForwarding : public ServiceTest, public testing::WithParamInterface<Row> {};
@@ -66,20 +63,20 @@ TEST_P(ServiceDomainForwarding, passesArgumentsAndOutputsOn) {
     // The configuration logs as the core interface does.
     const bool is_config = implementation == "QorTvApiConfigImpl";
     const std::string tag = (is_config ? "QorTvApiImpl" : implementation) + "(service)";
-    const std::string method = std::string("a_hidl_") + row.function;
+    const std::string method = std::string("a_hidl_") + row.bridge.function;
     std::vector<LogLine> lines = {debugLine(tag, implementation, implementation)};
-    for (const std::string& text : row.entry_lines(row.entry_format, method)) {
+    for (const std::string& text : forwarding::entryLines(row.bridge, row.entry_format, method)) {
         lines.push_back(debugLine(tag, method, text));
     }
-    row.check(row.function);
+    row.check_new(row.bridge);
     EXPECT_EQ(log.take(), lines) << "one of the constructor and one for each call";
 
     mTvApiDebug = 0;
-    row.check(row.function);
+    row.check_new(row.bridge);
     EXPECT_TRUE(log.take().empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(, ServiceDomainForwarding, testing::ValuesIn(kRows),
-                         [](const auto& row) { return std::string(row.param.function); });
+                         [](const auto& row) { return std::string(row.param.bridge.function); });
 
 }  // namespace

@@ -1,5 +1,5 @@
-/** The numbers of the interface's enumerations are the middleware's: the bridges pass them as they
- * are. Checked while this compiles. */
+/** The enumerations of the interface have the numbers of the middleware's, because the bridges pass
+ * them unchanged. Checked at compile time. */
 #include <gtest/gtest.h>
 #include <vendor/corvanta/tv/qortvapi/1.0/types.h>
 

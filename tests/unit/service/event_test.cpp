@@ -1,4 +1,4 @@
-/** The programme guide: its window, its queries, and what there is to know of an event. */
+/** The event interface: the active window, queries, and the data of an event. */
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -6,9 +6,9 @@
 #include <ostream>
 
 #include "QorTvApiEventImpl.h"
-#include "core_fixture.h"
 #include "middleware/event.h"
-#include "short_memory.h"
+#include "support/core_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 
@@ -202,7 +202,7 @@ TEST_F(ServiceEventList, isNotAnsweredWithoutMemory) {
     expectNoCall(kMethod, {"allocte memory fail !!!!\n"}, [&] { EXPECT_TRUE(list(1).empty()); });
 }
 
-// What there is to know of an event.
+// The data of an event.
 
 using BlockMethod = Return<void> (QorTvApiEventImpl::*)(
         uint32_t, uint32_t, uint32_t, std::function<void(const hidl_vec<uint8_t>&, int32_t)>);
@@ -224,7 +224,7 @@ void PrintTo(const BlockRow& row, std::ostream* out) {
     {"a_hidl_" #method, #function, &QorTvApiEventImpl::a_hidl_##method, \
      [](Switchboard& tv, const BlockRead& read) { tv.on<&function>(read); }}
 const BlockRow kBlockRows[] = {
-#include "event_block_rows.inc"
+#include "rows/event_blocks.inc"
 };
 #undef ROW
 // clang-format on

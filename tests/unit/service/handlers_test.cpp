@@ -1,7 +1,6 @@
-/** The notification handlers: what each passes on to the clients, and what it logs. */
+/** The notification handlers: the calls that each makes to the clients, and its log lines. */
 #include <thread>
 
-#include "fan_out_check.h"
 #include "hhandler/hh_iom.h"
 #include "hhandler/hh_scc.h"
 #include "hhandler/hh_svctx.h"
@@ -43,12 +42,13 @@
 #include "middleware/util.h"
 #include "middleware/videoinfo.h"
 #include "middleware/warningmsg.h"
+#include "support/fan_out_check.h"
 
 namespace {
 
-constexpr int32_t kCode = -559038737;  // 0xdeadbeef: all 32 bits, and negative
+constexpr int32_t kCode = -559038737;  // 0xdeadbeef: negative, and every byte differs
 
-// What opaquePointer(1), (2), ... are as the clients' unsigned numbers, from the second of them on.
+// Returns opaquePointer(1), opaquePointer(2) and so on as the numbers that clients receive.
 std::string opaqueNumbers(int count) {
     std::string text;
     for (int i = 0; i < count; ++i) {
@@ -84,7 +84,7 @@ struct UniformRow {
     const char* handler;
     const char* tag;
     const char* method;
-    const char* entry;  // what the entry line calls the code; null for a handler without one
+    const char* entry;  // name of the code in the entry line; null for a handler without that line
     std::function<void(const UniformRow&, LogCapture&)> check;
 };
 
@@ -190,7 +190,7 @@ TEST_P(ServiceUniformHandler, passesTheCodeAndItsPointersOn) {
 INSTANTIATE_TEST_SUITE_P(, ServiceUniformHandler, testing::ValuesIn(kUniformRows),
                          [](const auto& row) { return std::string(row.param.method); });
 
-// The others.
+// Handlers whose arguments, calls or log lines are different.
 
 class ServiceHandler : public ServiceTest {};
 
@@ -213,7 +213,7 @@ TEST_F(ServiceHandler, svctxListenerKeepsSixteenBits) {
     hh_c_svctx_init();
     ASSERT_EQ(listeners.size(), 2u);
     EXPECT_EQ(listeners[0], listeners[1]);
-    // 0x1234f002 is 305459202; the second blank is the line's own.
+    // 0x1234f002 is 305459202. The line has a second blank before its text.
     checkSvctxHandler(listeners[0],
                       {"_svctx_listener_nfy_fct",
                        "hh_svctx",
@@ -420,7 +420,7 @@ TEST_F(ServiceHandler, metadataPassesItsLengthBesideTheText) {
                 log, [&] { handler(opaquePointer(0), "", 7); });
 }
 
-// Buffers.
+// Handlers of buffers.
 
 struct IntegerArrayRow {
     const char* handler;

@@ -1,13 +1,12 @@
-/** The methods of the input sources and of picture-and-picture with more to them than passing on.
- */
+/** The methods of the input source and multiview interfaces that are no plain bridges. */
 #include <cstring>
 #include <functional>
 
 #include "QorTvApiInputSrcImpl.h"
 #include "QorTvApiMultiviewImpl.h"
-#include "domain_fixture.h"
 #include "middleware/inputsource.h"
 #include "middleware/multiview.h"
+#include "support/domain_fixture.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-/** The PVR browser's texts, and its numbers that grow on their way to the client. */
+/** The texts of the PVR browser, and its numbers that are widened for the client. */
 #include <cstdint>
 #include <functional>
 #include <type_traits>
 
 #include "QorTvApiPvrbrowserImpl.h"
-#include "core_fixture.h"
 #include "middleware/mmp.h"
+#include "support/core_fixture.h"
 
 namespace {
 

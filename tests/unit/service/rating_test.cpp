@@ -1,16 +1,16 @@
-/** The ratings' records, and the list that a rating of a programme is converted from. */
+/** Rating records, and the conversion of a programme's list of ratings. */
 #include <algorithm>
 #include <cstring>
 #include <ostream>
 
 #include "QorTvApiRatingImpl.h"
-#include "core_fixture.h"
 #include "middleware/rating.h"
-#include "short_memory.h"
+#include "support/core_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 
-std::vector<const void*>* gReleased = nullptr;  // where to note what is freed
+std::vector<const void*>* gReleased = nullptr;  // addresses that were freed; null: not recorded
 
 }  // namespace
 

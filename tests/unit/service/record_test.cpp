@@ -1,10 +1,10 @@
-/** The recorder's methods with more to them than passing on. */
+/** The methods of the record interface that are no plain bridges. */
 #include <cstring>
 
 #include "QorTvApiRecordImpl.h"
-#include "core_fixture.h"
 #include "middleware/record.h"
-#include "short_memory.h"
+#include "support/core_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-/** The registry of the clients' callbacks: registration, death, and both beside notifications. */
+/** The registry of the clients' callbacks: registration, death, and both during notifications. */
 #include <atomic>
 #include <condition_variable>
 #include <thread>
 
-#include "fan_out_check.h"
 #include "hhandler/hh_iom.h"
+#include "support/fan_out_check.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ const std::string kNotification = "notifyIom(0, 7, <>)";
 using ServiceRegistryDeathTest = ServiceRegistry;
 
 TEST_F(ServiceRegistryDeathTest, countsCookiesFromZero) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");  // in a process that has registered nobody
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process without registrations
     EXPECT_EXIT(
             {
                 const std::vector<uint64_t> first = add()->cookies;
@@ -89,7 +89,7 @@ TEST_F(ServiceRegistry, isWaitedForByARegistrationThatIsLogged) {
     EXPECT_EQ(client->cookies, std::vector<uint64_t>{cookie});
 }
 
-/** Runs something in the middle of its registration. */
+/** Calls `onLink` while it is being registered. */
 class LinkingClient : public RecordingClient {
   public:
     std::function<void(uint64_t)> onLink;
@@ -113,7 +113,8 @@ TEST_F(ServiceRegistry, linksWhatIsStoredAndCountsThen) {
             EXPECT_FALSE(had);
             if (had) QorTvApiImpl::getCallbackMutex().unlock();
         }).join();
-        // The next registration tells the next cookie before it waits for this one.
+        // The next registration logs the next cookie, still the same one, before it waits for the
+        // mutex.
         log.take();
         registration = std::thread([&] { impl->setCallback(next); });
         EXPECT_EQ(nextLines(log), std::vector<LogLine>{registrationLine(next, cookie)});
@@ -235,7 +236,7 @@ TEST_F(ServiceRegistry, aDeathWaitsForARunningNotification) {
         client->recipient->serviceDied(client->cookies[0], nullptr);
         died = true;
     });
-    nextLines(log);  // it has begun
+    nextLines(log);  // serviceDied has begun
     EXPECT_FALSE(died);
     EXPECT_EQ(QorTvApiImpl::getCallbackHandlers().size(), 1u);
     {

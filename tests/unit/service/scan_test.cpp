@@ -1,12 +1,12 @@
-/** The methods of the scan with more to them than passing on. */
+/** The methods of the scan interface that are no plain bridges. */
 #include <atomic>
 #include <cstring>
 #include <functional>
 
 #include "QorTvApiScanImpl.h"
-#include "domain_fixture.h"
 #include "middleware/scan.h"
-#include "short_memory.h"
+#include "support/domain_fixture.h"
+#include "support/short_memory.h"
 
 namespace {
 

@@ -6,9 +6,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
-#include "fake_ion.h"
-#include "service_fixture.h"
+#include "support/fake_ion.h"
+#include "support/service_fixture.h"
 
 namespace {
 

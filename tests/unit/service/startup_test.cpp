@@ -2,16 +2,19 @@
 #include "startup.h"
 
 #include <hidl/ServiceManagement.h>
+#include <stdlib.h>
 #include <transport/ThreadPool.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <thread>
 
 #include "custom/qortvapicustom.h"
 #include "middleware/bringup.h"
-#include "service_fixture.h"
+#include "support/service_fixture.h"
 
 namespace {
 
@@ -23,7 +26,7 @@ const uint8_t gInitialDebugLevel = mTvApiDebug;
 constexpr char kTag[] = "qortvapi-service";
 constexpr char kTestTag[] = "startup_test";
 
-/** Writes what happens outside the service among the service's own lines. */
+/** Logs an event outside the service among the service's own lines. */
 void note(const std::string& text) {
     __android_log_write(ANDROID_LOG_INFO, kTestTag, text.c_str());
 }
@@ -32,7 +35,7 @@ ThreadPool& pool() {
     return ThreadPool::instance();
 }
 
-// The customisation library of the tests: what it answers. When it is asked, it says so.
+// The debug level that the customisation library of the tests, below, returns.
 uint32_t gDebugLevel = 0;
 
 }  // namespace
@@ -43,7 +46,7 @@ extern "C" uint32_t hh_init_debug_level() {
 }
 extern "C" int32_t hh_qortvapi_tvapi_custom_init() {
     note("custom init");
-    return -1;  // of no consequence
+    return -1;  // the service ignores it
 }
 
 namespace {

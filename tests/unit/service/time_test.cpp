@@ -1,13 +1,12 @@
-/** Date and time: what the middleware finds in the records, and what of them the client receives.
- */
+/** Date and time: the records that the middleware receives, and those that the client receives. */
 #include <array>
 #include <cstring>
 #include <functional>
 #include <ostream>
 
 #include "QorTvApiTimeImpl.h"
-#include "core_fixture.h"
 #include "middleware/time.h"
+#include "support/core_fixture.h"
 
 namespace {
 
@@ -46,7 +45,7 @@ class ServiceTime : public ServiceTest {
 
 // Methods that answer a record.
 
-/** What is done to the record that the middleware function is to write. */
+/** Changes the record that the middleware function is to write. */
 using Touch = std::function<void(DTG_T*)>;
 using Answer = std::function<void(const HIDL_DTG_T&, int64_t)>;
 
