@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <type_traits>
 #include <utility>
 
 #include "middleware/ci.h"
 #include "middleware/result_codes.h"
-#include "qortv/channel.h"
-#include "refused.h"
+#include "qortv/utf8.h"
+#include "record_image.h"
+#include "result.h"
 #include "utf16.h"
 
 namespace qortv {
@@ -17,135 +17,13 @@ namespace {
 
 using vendor::corvanta::tv::qortvapi::V1_0::HIDL_CI_MMI_ENQ_ANS_T;
 using vendor::corvanta::tv::qortvapi::V1_0::IQorTvApi;
-using Units = android::hardware::hidl_vec<uint16_t>;
-using Bytes = android::hardware::hidl_vec<uint8_t>;
 
-// Types whose information word says nothing, and registrations that nobody tells apart.
+// Arguments that make no difference for the types and the registration used here.
 constexpr uint32_t kNoInfo = 0;
 constexpr uint32_t kAnyNumber = 0;
 constexpr uint32_t kNoTag = 0;
 
-/** The text, or nothing when the module sent none: an empty one has its terminator. */
-std::optional<std::string> text(const Units& units) {
-    if (units.size() == 0) return std::nullopt;
-    return toUtf8(units.data(), units.size());
-}
-
-/** As much of `data` as there is room for. */
-template <typename Data>
-void copyFront(void* to, size_t room, const Data& data) {
-    if (data.size() > 0) std::memcpy(to, data.data(), std::min<size_t>(room, data.size()));
-}
-
-/** The number at the front of bytes, zero-extended when there are fewer of them. */
-template <typename T, typename Data>
-T number(const Data& data) {
-    static_assert(std::is_integral_v<T>);
-    T value = 0;
-    copyFront(&value, sizeof value, data);
-    return value;
-}
-
-CamMenu toMenu(const Listener::HIDL_CI_MMI_MENU_T& menu) {
-    CamMenu decoded;
-    decoded.id = menu.id;
-    decoded.title = text(menu.title);
-    decoded.subtitle = text(menu.subtitle);
-    decoded.bottom = text(menu.bottom);
-    // The count is the module's, and not checked on the way.
-    const size_t count = std::min<size_t>(menu.item_count, menu.items.size());
-    for (size_t i = 0; i < count; ++i) {
-        decoded.items.push_back(toUtf8(menu.items[i].data(), menu.items[i].size()));
-    }
-    return decoded;
-}
-
-std::optional<CamEvent> toClosed(const Bytes& data) {
-    switch (number<uint8_t>(data)) {
-        case CI_MMI_CLOSE_BY_HOST:
-            return CamClosed{CamClosed::By::kHost};
-        case CI_MMI_CLOSE_REMOVED:
-            return CamClosed{CamClosed::By::kRemoval};
-        default:
-            return CamClosed{CamClosed::By::kModule};
-    }
-}
-
-std::optional<CamEvent> toPinReply(const Bytes& data) {
-    switch (number<uint32_t>(data)) {
-        case CI_PIN_STATE_WRONG:
-            return CamPinReply{CamPin::kWrong};
-        case CI_PIN_STATE_RIGHT:
-            return CamPinReply{CamPin::kRight};
-        case CI_PIN_STATE_LOCKED:
-            return CamPinReply{CamPin::kLocked};
-        default:
-            return std::nullopt;
-    }
-}
-
-std::optional<CamEvent> toFault(const Bytes& data) {
-    CI_ERROR_T record = {};
-    copyFront(&record, sizeof record, data);
-    switch (record.ui4_error) {
-        case CI_ERROR_UNUSABLE_MODULE:
-            return CamFault{CamFault::Kind::kUnusable, 0};
-        case CI_ERROR_UPGRADE_BROKEN:
-            return CamFault{CamFault::Kind::kUpgradeBroken, record.ui4_value};
-        default:
-            return std::nullopt;
-    }
-}
-
-/** Nothing for what is no event, or none that is known. */
-std::optional<CamEvent> toEvent(int32_t condition, const Bytes& data) {
-    switch (condition) {
-        case QORTVAPI_CI_NFY_COND_CARD_INSERT:
-            return CamCard{number<uint32_t>(data) != CI_CARD_REMOVED};
-        case QORTVAPI_CI_NFY_COND_MMI_CLOSE:
-            return toClosed(data);
-        case QORTVAPI_CI_NFY_COND_FIRMWARE_UPGRADE:
-            return CamUpgrade{number<uint32_t>(data)};
-        case QORTVAPI_CI_NFY_COND_FIRMWARE_UPGRADE_PROGRESS:
-            return CamUpgradeProgress{number<uint16_t>(data)};
-        case QORTVAPI_CI_NFY_COND_ERROR:
-            return toFault(data);
-        case QORTVAPI_CI_NFY_COND_PIN_REPLY:
-            return toPinReply(data);
-        default:
-            return std::nullopt;
-    }
-}
-
-void require(int32_t result, const char* what) {
-    if (result < 0) throwRefusedTo(what, result);
-}
-
 }  // namespace
-
-const char* name(CamClosed::By by) {
-    switch (by) {
-        case CamClosed::By::kHost:
-            return "host";
-        case CamClosed::By::kRemoval:
-            return "removal";
-        case CamClosed::By::kModule:
-            break;
-    }
-    return "module";
-}
-
-const char* name(CamPin state) {
-    switch (state) {
-        case CamPin::kRight:
-            return "right";
-        case CamPin::kLocked:
-            return "locked";
-        case CamPin::kWrong:
-            break;
-    }
-    return "wrong";
-}
 
 const char* name(CamSlot slot) {
     switch (slot) {
@@ -159,58 +37,37 @@ const char* name(CamSlot slot) {
     return "ready";
 }
 
-void CamListener::notifyCi(uint64_t ci, uint64_t tag, int32_t condition,
-                           const hidl_vec<uint8_t>& data) {
-    if (const auto event = toEvent(condition, data)) {
-        onCamEvent(*event);
-    } else {
-        Listener::notifyCi(ci, tag, condition, data);
-    }
-}
-
-void CamListener::notifyCiMmiEnquiry(uint64_t, uint64_t, int32_t,
-                                     const HIDL_CI_MMI_ENQ_T& enquiry) {
-    onCamEvent(CamEnquiry{enquiry.id, text(enquiry.text), enquiry.answer_length,
-                          enquiry.blind_answer});
-}
-
-void CamListener::notifyCiMmiMenu(uint64_t, uint64_t, int32_t condition,
-                                  const HIDL_CI_MMI_MENU_T& menu) {
-    CamMenu decoded = toMenu(menu);
-    if (condition == QORTVAPI_CI_NFY_COND_MMI_LIST) return onCamEvent(CamList{std::move(decoded)});
-    onCamEvent(std::move(decoded));
-}
-
-struct Cam::Answer {
-    std::vector<uint8_t> data;
-    uint32_t length = 0;
+struct Cam::Property {
+    Bytes data;
+    uint32_t length = 0;  ///< of a text, in UTF-16 units
     int32_t result = 0;
 
-    /** The bytes as UTF-16 up to a zero unit. */
+    /** Returns the data, UTF-16 units, as UTF-8 up to a zero unit. */
     std::string text() const {
         std::vector<uint16_t> units(data.size() / sizeof(uint16_t));
-        copyFront(units.data(), units.size() * sizeof(uint16_t), data);
+        if (!units.empty()) {
+            std::memcpy(units.data(), data.data(), units.size() * sizeof(uint16_t));
+        }
         return toUtf8(units.data(), units.size());
     }
 };
 
 Cam::Cam(android::sp<Interface> proxy) : mProxy(std::move(proxy)) {}
 
-/** @param units for a name, how many there is room for; else 0 */
-Cam::Answer Cam::get(uint32_t type, uint32_t units) {
-    Answer answer;
+Cam::Property Cam::get(uint32_t type, uint32_t units) {
+    Property property;
     check(mProxy->a_hidl_a_qortvapi_ci_get(type, kNoInfo, {}, units,
                                            [&](const Bytes& data, uint32_t length, int32_t result) {
-                                               answer = {data, length, result};
+                                               property = {data, length, result};
                                            }),
           "ci_get");
-    return answer;
+    return property;
 }
 
 CamSlot Cam::slot() {
-    const Answer answer = get(QORTVAPI_CI_GET_TYPE_SLOT_STATE, 0);
-    require(answer.result, "read the state of the CAM's slot");
-    switch (number<uint8_t>(answer.data)) {
+    const Property property = get(QORTVAPI_CI_GET_TYPE_SLOT_STATE, 0);
+    checkResult(property.result, "read the state of the CAM's slot");
+    switch (recordAtFrontOf<uint8_t>(property.data)) {
         case CI_SLOT_STATE_EMPTY:
             return CamSlot::kEmpty;
         case CI_SLOT_STATE_UPGRADING:
@@ -221,41 +78,41 @@ CamSlot Cam::slot() {
 }
 
 std::optional<uint8_t> Cam::pinTries() {
-    const Answer answer = get(QORTVAPI_CI_GET_TYPE_PIN_TRIES, 0);
-    if (answer.result == TV_NOT_SUPPORTED) return std::nullopt;
-    require(answer.result, "tell the tries for the CAM's PIN");
-    return number<uint8_t>(answer.data);
+    const Property property = get(QORTVAPI_CI_GET_TYPE_PIN_TRIES, 0);
+    if (property.result == TV_NOT_SUPPORTED) return std::nullopt;
+    checkResult(property.result, "tell the tries for the CAM's PIN");
+    return recordAtFrontOf<uint8_t>(property.data);
 }
 
 std::string Cam::name() {
     constexpr char kWhat[] = "read the CAM's name";
-    const Answer size = get(QORTVAPI_CI_GET_TYPE_CAM_NAME, 0);
-    require(size.result, kWhat);
+    const Property size = get(QORTVAPI_CI_GET_TYPE_CAM_NAME, 0);
+    checkResult(size.result, kWhat);
     if (size.length == 0) return "";
-    const Answer name = get(QORTVAPI_CI_GET_TYPE_CAM_NAME, size.length);
-    require(name.result, kWhat);
+    const Property name = get(QORTVAPI_CI_GET_TYPE_CAM_NAME, size.length);
+    checkResult(name.result, kWhat);
     return name.text();
 }
 
 std::array<uint8_t, 8> Cam::id() {
-    const Answer answer = get(QORTVAPI_CI_GET_TYPE_CAM_ID, 0);
-    require(answer.result, "read the CAM's id");
+    const Property property = get(QORTVAPI_CI_GET_TYPE_CAM_ID, 0);
+    checkResult(property.result, "read the CAM's id");
     std::array<uint8_t, 8> id = {};
-    std::copy_n(answer.data.begin(), std::min(id.size(), answer.data.size()), id.begin());
+    std::copy_n(property.data.begin(), std::min(id.size(), property.data.size()), id.begin());
     return id;
 }
 
 std::string Cam::language() {
-    const Answer answer = get(QORTVAPI_CI_GET_TYPE_LANG_CODE, 0);
-    require(answer.result, "read the CAM's language");
-    const auto end = std::find(answer.data.begin(), answer.data.end(), 0);
-    return validUtf8({answer.data.begin(), end});
+    const Property property = get(QORTVAPI_CI_GET_TYPE_LANG_CODE, 0);
+    checkResult(property.result, "read the CAM's language");
+    const auto end = std::find(property.data.begin(), property.data.end(), 0);
+    return validUtf8({property.data.begin(), end});
 }
 
 std::string Cam::profile() {
-    const Answer answer = get(QORTVAPI_CI_GET_TYPE_PROFILE_NAME, 0);
-    require(answer.result, "read the CAM's profile");
-    return answer.text();
+    const Property property = get(QORTVAPI_CI_GET_TYPE_PROFILE_NAME, 0);
+    checkResult(property.result, "read the CAM's profile");
+    return property.text();
 }
 
 void Cam::listen() {
@@ -263,21 +120,21 @@ void Cam::listen() {
     check(mProxy->a_hidl_a_qortvapi_ci_reg_callback(kAnyNumber, kNoTag,
                                                     [&](uint32_t, int32_t code) { result = code; }),
           "ci_reg_callback");
-    require(result, "listen to the CAM");
+    checkResult(result, "listen to the CAM");
 }
 
-int32_t Cam::ask(uint32_t type, const std::vector<uint8_t>& data) {
+int32_t Cam::request(uint32_t type, const std::vector<uint8_t>& data) {
     return valueOf(mProxy->a_hidl_a_qortvapi_ci_set(type, kNoInfo, data), "ci_set");
 }
 
 void Cam::set(uint32_t type, const std::vector<uint8_t>& data, const char* what) {
-    require(ask(type, data), what);
+    checkResult(request(type, data), what);
 }
 
 void Cam::openMenu() {
-    const int32_t result = ask(QORTVAPI_CI_SET_TYPE_MMI_ENTER, {});
+    const int32_t result = request(QORTVAPI_CI_SET_TYPE_MMI_ENTER, {});
     if (result == TV_NOT_SUPPORTED) throw Error(Error::Kind::kRefused, "the CAM has no menu");
-    require(result, "open the CAM's menu");
+    checkResult(result, "open the CAM's menu");
 }
 
 void Cam::close() {
@@ -288,9 +145,7 @@ void Cam::answerMenu(uint32_t id, uint8_t answer, const char* what) {
     CI_MMI_MENU_ANS_T record = {};
     record.ui4_id = id;
     record.ui1_answer = answer;
-    std::vector<uint8_t> image(sizeof record);
-    std::memcpy(image.data(), &record, sizeof record);
-    set(QORTVAPI_CI_SET_TYPE_MMI_MENU_ANS, image, what);
+    set(QORTVAPI_CI_SET_TYPE_MMI_MENU_ANS, imageOf(record), what);
 }
 
 void Cam::choose(const CamMenu& menu, uint8_t item) {
@@ -313,10 +168,10 @@ void Cam::answerEnquiry(uint32_t id, uint8_t answer, const std::vector<uint16_t>
     record.ui4_id = id;
     record.answer = answer;
     record.w2s_text = text;
-    require(valueOf(mProxy->a_hidl_a_qortvapi_ci_set_mmi_enq_ans(QORTVAPI_CI_SET_TYPE_MMI_ENQ_ANS,
-                                                                 kNoInfo, record),
-                    "ci_set_mmi_enq_ans"),
-            what);
+    checkResult(valueOf(mProxy->a_hidl_a_qortvapi_ci_set_mmi_enq_ans(
+                                QORTVAPI_CI_SET_TYPE_MMI_ENQ_ANS, kNoInfo, record),
+                        "ci_set_mmi_enq_ans"),
+                what);
 }
 
 void Cam::answer(const CamEnquiry& enquiry, const std::string& text) {
@@ -326,7 +181,7 @@ void Cam::answer(const CamEnquiry& enquiry, const std::string& text) {
                                                     std::to_string(enquiry.answerLength) +
                                                     " characters that the CAM asks for");
     }
-    units.push_back(0);  // the module reads on until a zero
+    units.push_back(0);  // the module reads up to a zero unit
     answerEnquiry(enquiry.id, CI_MMI_ENQ_ANSWERED, units, "take this answer");
 }
 
@@ -351,7 +206,7 @@ void setCamInserted(const android::sp<IQorTvApi>& television, bool inserted) {
     if (inserted && result == TV_NOT_FOUND) {
         throw Error(Error::Kind::kRefused, "there is no usable cam.json in the folder of streams");
     }
-    require(result, what);
+    checkResult(result, what);
 }
 
 }  // namespace qortv

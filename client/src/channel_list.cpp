@@ -5,17 +5,14 @@
 #include <unordered_set>
 #include <utility>
 
-#include "answers.h"
 #include "middleware/records.h"
-#include "refused.h"
+#include "record_image.h"
+#include "result.h"
+#include "stable_read.h"
 
 namespace qortv {
 
 namespace {
-
-// A list that is scanned into changes every few milliseconds; one that changes longer than this
-// many reads is not going to hold still.
-constexpr int kAttempts = 20;
 
 // Arguments of the bulk read that mean "no further condition".
 constexpr uint32_t kNoFlags = 0;
@@ -34,10 +31,8 @@ std::vector<Channel> ChannelList::read(const ChannelQuery& query) {
         int attempts = 0;
         while (!readList(list, query, channels)) {
             channels.resize(before);
-            if (++attempts == kAttempts) {
-                throw Error(Error::Kind::kRefused, "channel list " + std::to_string(list) +
-                                                           " changed during each of " +
-                                                           std::to_string(kAttempts) + " reads");
+            if (++attempts == kReadAttempts) {
+                throwKeepsChanging("channel list " + std::to_string(list));
             }
         }
     }
@@ -48,12 +43,11 @@ uint32_t ChannelList::count(uint16_t list, const ChannelQuery& query) {
     const int32_t result = valueOf(mProxy->a_hidl_a_qortvapi_channellist_get_number_by_mask(
                                            list, kNoFlags, query.mask, query.value, 0, 0),
                                    "get_number_by_mask");
-    if (result < 0) throwRefusedTo("count the channels of list " + std::to_string(list), result);
-    return static_cast<uint32_t>(result);
+    return static_cast<uint32_t>(checkResult(result, "count the channels of list ", list));
 }
 
-// Appends the list's channels; false when it changed meanwhile. One slot more than there are
-// channels is asked for, so that a list that grew shows itself by a page that is full.
+// Appends the channels of the list. Returns false when the list changed meanwhile. A page has room
+// for one more channel than there are: if the list has grown, the page comes back full.
 bool ChannelList::readList(uint16_t list, const ChannelQuery& query,
                            std::vector<Channel>& channels) {
     const uint32_t expected = count(list, query);
@@ -69,7 +63,7 @@ bool ChannelList::readList(uint16_t list, const ChannelQuery& query,
                                 list, kNoFlags, kNoChannel, query.mask, query.value, 0, 0, kForward,
                                 start, page, mServices.handle(), mMultiplexes.handle()),
                         "get_svl_tsl_recs_by_mask");
-        if (result < 0) throwRefusedTo("read channel list " + std::to_string(list), result);
+        checkResult(result, "read channel list ", list);
         const uint32_t filled = std::min(static_cast<uint32_t>(result), page);
         const auto services = mServices.records<SVL_REC_T>(filled);
         const auto multiplexes = mMultiplexes.records<TSL_REC_T>(filled);
@@ -94,10 +88,9 @@ std::optional<Channel> ChannelList::current() {
 }
 
 void ChannelList::select(uint32_t channelId) {
-    const int32_t result =
-            valueOf(mProxy->a_hidl_a_qortvapi_channellist_set_current_channel(channelId),
-                    "set_current_channel");
-    if (result < 0) throwRefusedTo("select channel id " + std::to_string(channelId), result);
+    checkResult(valueOf(mProxy->a_hidl_a_qortvapi_channellist_set_current_channel(channelId),
+                        "set_current_channel"),
+                "select channel id ", channelId);
 }
 
 }  // namespace qortv

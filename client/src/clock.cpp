@@ -3,8 +3,9 @@
 #include <cstdio>
 #include <utility>
 
+#include "middleware/result_codes.h"
 #include "middleware/time.h"
-#include "refused.h"
+#include "result.h"
 
 namespace qortv {
 
@@ -69,13 +70,13 @@ LocalTime Clock::local(int64_t utc) {
     int32_t result = TV_FAILED;
     check(mProxy->a_hidl_c_dt_utc_sec_to_loc_dtg(
                   utc, HIDL_DTG_T{},
-                  [&](const HIDL_DTG_T& time, int32_t answer) {
-                      result = answer;
+                  [&](const HIDL_DTG_T& time, int32_t code) {
+                      result = code;
                       local = {time.year, time.month,  time.day,    time.day_of_week,
                                time.hour, time.minute, time.second, time.dst != 0};
                   }),
           "utc_sec_to_loc_dtg");
-    if (result < 0) throwRefusedTo("tell the local time of " + std::to_string(utc), result);
+    checkResult(result, "tell the local time of ", utc);
     return local;
 }
 
@@ -88,12 +89,12 @@ ClockState Clock::state() {
                                                       }),
           "get_utc_time");
     int32_t result = TV_FAILED;
-    check(mProxy->a_hidl_a_qortvapi_time_get_sync_source([&](uint32_t source, int32_t answer) {
-        result = answer;
+    check(mProxy->a_hidl_a_qortvapi_time_get_sync_source([&](uint32_t source, int32_t code) {
+        result = code;
         state.follows = toTimeSource(source);
     }),
           "get_sync_source");
-    if (result < 0) throwRefusedTo("tell what the clock follows", result);
+    checkResult(result, "tell what the clock follows");
     state.zone = static_cast<int32_t>(
             valueOf(mProxy->a_hidl_a_qortvapi_time_get_time_zone(), "get_time_zone"));
     state.offset = static_cast<int32_t>(
@@ -102,8 +103,8 @@ ClockState Clock::state() {
             valueOf(mProxy->a_hidl_a_qortvapi_time_has_received_tot(), "has_received_tot");
     check(mProxy->a_hidl_a_qortvapi_time_get_brdcst_raw_data(
                   HIDL_DT_BRDCST_STATUS_T{},
-                  [&](const HIDL_DT_BRDCST_STATUS_T& status, uint32_t answer) {
-                      if (static_cast<int32_t>(answer) < 0 || !status.tdt_received) return;
+                  [&](const HIDL_DT_BRDCST_STATUS_T& status, uint32_t code) {
+                      if (static_cast<int32_t>(code) < 0 || !status.tdt_received) return;
                       state.broadcastUtc = status.utc;
                   }),
           "get_brdcst_raw_data");

@@ -5,9 +5,12 @@
 #include <limits>
 #include <utility>
 
-#include "answers.h"
+#include <zlib.h>
+
 #include "middleware/config.h"
 #include "middleware/result_codes.h"
+#include "qortv/utf8.h"
+#include "result.h"
 
 namespace qortv {
 
@@ -15,7 +18,7 @@ namespace {
 
 constexpr int16_t kNoFlag = 0;
 
-/** The group is the first word of the key. */
+/** Returns the group of a setting, which the first word of its key names. */
 int16_t groupOf(const std::string& key) {
     const std::string word = key.substr(0, key.find('.'));
     if (word == "picture") return CONFIG_GROUP_PICTURE;
@@ -25,22 +28,18 @@ int16_t groupOf(const std::string& key) {
     return CONFIG_GROUP_GENERAL;
 }
 
-/** CRC-32 as in zip files: what notifications call a key. */
+/** Returns the CRC-32 (as in zip files) of a key: notifications identify a key by it. */
 uint32_t checksum(const std::string& key) {
-    uint32_t crc = UINT32_MAX;
-    for (const char c : key) {
-        crc ^= static_cast<unsigned char>(c);
-        for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320U : crc >> 1;
-    }
-    return ~crc;
+    const auto* bytes = reinterpret_cast<const Bytef*>(key.data());
+    return static_cast<uint32_t>(crc32(0, bytes, static_cast<uInt>(key.size())));
 }
 
-/** Throws, naming the key, when the television refused something; else answers the number. */
-int32_t acceptedFor(const std::string& key, int32_t result) {
+/** Like checkResult(), with the key in the message. */
+int32_t checkSetting(const std::string& key, int32_t result) {
     if (result == TV_NOT_FOUND) {
         throw Error(Error::Kind::kRefused, "there is no setting '" + key + "'");
     }
-    return accepted(result, "take or tell setting '" + key + "'");
+    return checkResult(result, "take or tell setting '", key, "'");
 }
 
 std::vector<std::string> split(const std::string& names) {
@@ -60,6 +59,13 @@ std::string joined(const std::vector<std::string>& names) {
 }
 
 }  // namespace
+
+const std::vector<std::string>& Configuration::keys() {
+    static const std::vector<std::string> keys = {
+#include "configuration_keys.inc"
+    };
+    return keys;
+}
 
 std::string ConfigurationItem::text() const {
     if (isText()) return std::get<std::string>(value);
@@ -97,7 +103,7 @@ ConfigurationValue Configuration::get(const std::string& key) {
                       }),
               "config_get_str_value");
     }
-    acceptedFor(key, result);
+    checkSetting(key, result);
     return value;
 }
 
@@ -106,8 +112,8 @@ ConfigurationItem Configuration::item(const std::string& key) {
     item.key = key;
     item.value = get(key);
     const int16_t group = groupOf(key);
-    const auto isSo = [&](const android::hardware::Return<int32_t>& answer, const char* method) {
-        return acceptedFor(key, valueOf(answer, method)) != 0;
+    const auto isSo = [&](const android::hardware::Return<int32_t>& result, const char* method) {
+        return checkSetting(key, valueOf(result, method)) != 0;
     };
     item.visible = isSo(mProxy->a_hidl_a_qortvapi_config_is_visible(group, key), "is_visible");
     item.enabled = isSo(mProxy->a_hidl_a_qortvapi_config_is_enabled(group, key), "is_enabled");
@@ -121,7 +127,7 @@ ConfigurationItem Configuration::item(const std::string& key) {
                       result = code;
                   }),
           "config_get_minmaxvalue");
-    acceptedFor(key, result);
+    checkSetting(key, result);
     check(mProxy->a_hidl_a_qortvapi_config_get_items_enabled(
                   group, key,
                   [&](const auto& names, uint32_t, int32_t, int32_t code) {
@@ -129,7 +135,7 @@ ConfigurationItem Configuration::item(const std::string& key) {
                       result = code == TV_NOT_SUPPORTED ? TV_OK : code;
                   }),
           "config_get_items_enabled");
-    acceptedFor(key, result);
+    checkSetting(key, result);
     return item;
 }
 
@@ -141,7 +147,7 @@ void Configuration::set(const std::string& key, int32_t value) {
         throw Error(Error::Kind::kRefused,
                     key + " can be " + item(key).canBe() + ", not " + std::to_string(value));
     }
-    acceptedFor(key, result);
+    checkSetting(key, result);
 }
 
 void Configuration::set(const std::string& key, const std::string& value) {
@@ -150,7 +156,7 @@ void Configuration::set(const std::string& key, const std::string& value) {
     if (result == TV_INVALID_ARGUMENT) {
         throw Error(Error::Kind::kRefused, key + " cannot be '" + validUtf8(value) + "'");
     }
-    acceptedFor(key, result);
+    checkSetting(key, result);
 }
 
 void Configuration::setText(const std::string& key, const std::string& text) {
@@ -175,9 +181,9 @@ ConfigurationWatch::ConfigurationWatch(const Configuration& configuration,
     : mProxy(configuration.mProxy) {
     try {
         for (auto& key : keys) {
-            acceptedFor(key,
-                        valueOf(mProxy->a_hidl_a_qortvapi_config_add_value_changed_callback(key),
-                                "config_add_value_changed_callback"));
+            checkSetting(key,
+                         valueOf(mProxy->a_hidl_a_qortvapi_config_add_value_changed_callback(key),
+                                 "config_add_value_changed_callback"));
             mKeys.push_back(std::move(key));
         }
     } catch (...) {
@@ -192,7 +198,7 @@ ConfigurationWatch::~ConfigurationWatch() {
 
 void ConfigurationWatch::removeAll() {
     for (const auto& key : mKeys) {
-        // Without the service there is nothing left to remove.
+        // A failed call needs no handling: registrations end with the service.
         static_cast<void>(
                 mProxy->a_hidl_a_qortvapi_config_remove_value_changed_callback(key).isOk());
     }
@@ -208,7 +214,7 @@ void ConfigurationListener::notifyConfig(int32_t code, uint64_t tag, uint64_t ar
     if (code != CONFIG_NFY_VALUE_CHANGED || key == mKeys.end()) {
         return Listener::notifyConfig(code, tag, arg1, arg2, arg3, arg4);
     }
-    // The middleware hands numbers of 32 bits on as pointers.
+    // The middleware passes 32-bit numbers on as pointers.
     onConfigurationChange({key->second, static_cast<int32_t>(arg3), static_cast<uint32_t>(arg4)});
 }
 

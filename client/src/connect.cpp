@@ -11,11 +11,13 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 namespace {
-// A new name in the folder ends the waiting at once; this is for what shows itself in no name, such
-// as a service that has room for one more process again.
-constexpr milliseconds kLongestPause{500};
 
-/** That nobody answers to the name, and why. */
+// A new name in the folder ends a pause immediately. The limit is for changes that the folder does
+// not show, for example when a full service can accept one more process again.
+constexpr milliseconds kLongestWatch{500};
+
+/** Returns the message for a service that was not found: where it was looked for, and the process
+ * of that name if there is or was one. */
 std::string notFound(const std::string& descriptor, const std::string& instance) {
     std::string text = "no service: nothing is registered as ";
     text.append(descriptor).append("/").append(instance).append(" in ").append(runtimeFolder());
@@ -43,7 +45,7 @@ void waitForService(const std::string& descriptor, const std::string& instance,
         if (left <= milliseconds{0}) {
             throw Error(Error::Kind::kNoService, notFound(descriptor, instance));
         }
-        watch.wait(static_cast<int>(std::min(left, kLongestPause).count()));
+        watch.wait(static_cast<int>(std::min(left, kLongestWatch).count()));
     }
 }
 

@@ -1,34 +1,22 @@
 #include "qortv/guide.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 #include <utility>
 
-#include "answers.h"
 #include "middleware/event.h"
-#include "qortv/channel.h"
-#include "refused.h"
+#include "middleware/result_codes.h"
+#include "record_image.h"
+#include "result.h"
 
 namespace qortv {
 
 namespace {
 
-using Bytes = android::hardware::hidl_vec<uint8_t>;
-
-/** Room for ids in one answer: weeks of a channel that changes every ten minutes. */
-constexpr uint16_t kMostEvents = 4096;
-/** Room for a text of the details: more than the event information table can tell. */
-constexpr uint32_t kMostText = 16 * 1024;
-
-std::string text(const Bytes& block) {
-    const auto* begin = reinterpret_cast<const char*>(block.data());
-    return validUtf8(block.size() == 0 ? "" : std::string(begin, strnlen(begin, block.size())));
-}
-
-std::string nameOf(uint32_t channelId) {
-    return "channel id " + std::to_string(channelId);
-}
+/** Most event ids that one call returns: four weeks of events of ten minutes. */
+constexpr uint16_t kMaxEvents = 4096;
+/** Longest text of the details, in bytes: longer than the event information table can hold. */
+constexpr uint32_t kMaxText = 16 * 1024;
 
 }  // namespace
 
@@ -75,13 +63,13 @@ std::optional<Event> Guide::presentOrFollowing(uint32_t channelId, bool followin
     uint16_t id = 0;
     int32_t result = TV_FAILED;
     check(mProxy->a_hidl_a_qortvapi_event_get_pf_event_id(channelId, following,
-                                                          [&](uint16_t eventId, int32_t answer) {
+                                                          [&](uint16_t eventId, int32_t code) {
                                                               id = eventId;
-                                                              result = answer;
+                                                              result = code;
                                                           }),
           "get_pf_event_id");
     if (result == TV_NOT_FOUND) return std::nullopt;
-    if (result < 0) throwRefusedTo("tell what is on " + nameOf(channelId), result);
+    checkResult(result, "tell what is on channel id ", channelId);
     return event(channelId, id);
 }
 
@@ -90,14 +78,12 @@ std::optional<Event> Guide::event(uint32_t channelId, uint16_t eventId) {
     int32_t result = TV_FAILED;
     check(mProxy->a_hidl_a_qortvapi_event_get_general_info(
                   channelId, eventId,
-                  [&](const Bytes& info, int32_t answer) {
-                      result = answer;
+                  [&](const Bytes& info, int32_t code) {
+                      result = code;
                       if (result >= 0) found = toEvent(recordOf<EVENT_GENERAL_INFO_T>(info));
                   }),
           "get_general_info");
-    if (result < 0 && result != TV_NOT_FOUND) {
-        throwRefusedTo("tell of event " + std::to_string(eventId), result);
-    }
+    if (result != TV_NOT_FOUND) checkResult(result, "tell of event ", eventId);
     return found;
 }
 
@@ -105,18 +91,18 @@ std::vector<Event> Guide::schedule(uint32_t channelId, int64_t from, int64_t to)
     std::vector<uint16_t> ids;
     int32_t result = TV_FAILED;
     check(mProxy->a_hidl_a_qortvapi_event_query_event_id_by_range(
-                  channelId, from, to, kMostEvents,
+                  channelId, from, to, kMaxEvents,
                   [&](uint16_t count, const android::hardware::hidl_vec<uint16_t>& eventIds,
-                      int32_t answer) {
-                      result = answer;
+                      int32_t code) {
+                      result = code;
                       ids.assign(eventIds.data(),
                                  eventIds.data() + std::min<size_t>(count, eventIds.size()));
                   }),
           "query_event_id_by_range");
-    if (result < 0) throwRefusedTo("list the events of " + nameOf(channelId), result);
+    checkResult(result, "list the events of channel id ", channelId);
     std::vector<Event> events;
     for (const uint16_t id : ids) {
-        // One that is gone by now was replaced while we asked.
+        // An event that is missing was replaced since the ids were read.
         if (auto found = event(channelId, id)) events.push_back(*std::move(found));
     }
     return events;
@@ -129,19 +115,19 @@ std::optional<EventDetails> Guide::details(uint32_t channelId, uint16_t eventId)
     details.event = *std::move(found);
     const auto readInto = [](std::string& to) {
         return [&to](const Bytes& block, int32_t result) {
-            if (result >= 0) to = text(block);
+            if (result >= 0) to = textIn(block);
         };
     };
-    check(mProxy->a_hidl_a_qortvapi_event_get_details_info(channelId, eventId, kMostText,
+    check(mProxy->a_hidl_a_qortvapi_event_get_details_info(channelId, eventId, kMaxText,
                                                            readInto(details.text)),
           "get_details_info");
-    check(mProxy->a_hidl_a_qortvapi_event_get_details_extend_info(channelId, eventId, kMostText,
+    check(mProxy->a_hidl_a_qortvapi_event_get_details_extend_info(channelId, eventId, kMaxText,
                                                                   readInto(details.longText)),
           "get_details_extend_info");
-    check(mProxy->a_hidl_a_qortvapi_event_get_guidance_info(channelId, eventId, kMostText,
+    check(mProxy->a_hidl_a_qortvapi_event_get_guidance_info(channelId, eventId, kMaxText,
                                                             readInto(details.guidance)),
           "get_guidance_info");
-    check(mProxy->a_hidl_a_qortvapi_event_get_group_info(channelId, eventId, kMostText,
+    check(mProxy->a_hidl_a_qortvapi_event_get_group_info(channelId, eventId, kMaxText,
                                                          readInto(details.series)),
           "get_group_info");
     details.blocked =

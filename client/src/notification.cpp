@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "qortv/channel.h"
+#include "qortv/utf8.h"
 
 namespace qortv {
 

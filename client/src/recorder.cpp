@@ -3,18 +3,18 @@
 #include <limits>
 #include <utility>
 
-#include "answers.h"
 #include "middleware/record.h"
 #include "middleware/result_codes.h"
-#include "recording_state.h"
+#include "recording_codes.h"
+#include "result.h"
 
 namespace qortv {
 
 namespace {
 
-constexpr uint32_t kDisk = 0;         // the only one
-constexpr uint32_t kPathRoom = 4096;  // characters
-constexpr uint32_t kNameRoom = 256;
+constexpr uint32_t kDisk = 0;        // the only disk
+constexpr uint32_t kMaxPath = 4096;  // characters
+constexpr uint32_t kMaxName = 256;   // characters
 constexpr uint32_t kNoArgument = 0;
 constexpr uint16_t kAnyList = 0;
 
@@ -24,7 +24,7 @@ uint32_t open(const android::sp<Recorder::Interface>& proxy) {
     if (id == TV_FULL) {
         throw Error(Error::Kind::kRefused, "all recorders of the television are in use");
     }
-    return static_cast<uint32_t>(accepted(id, "open a recorder"));
+    return static_cast<uint32_t>(checkResult(id, "open a recorder"));
 }
 
 }  // namespace
@@ -37,19 +37,19 @@ std::unique_ptr<Recorder> Recorder::running(const android::sp<Interface>& proxy)
     const int32_t id = valueOf(proxy->a_hidl_a_qortvapi_record_pvr_get_current_handle(),
                                "record_pvr_get_current_handle");
     if (id == TV_NOT_FOUND) return nullptr;
-    const auto recorder = static_cast<uint32_t>(accepted(id, "tell what records"));
+    const auto recorder = static_cast<uint32_t>(checkResult(id, "tell what records"));
     return std::unique_ptr<Recorder>(new Recorder(proxy, recorder));
 }
 
 Recorder::~Recorder() {
-    // A failure leaves nothing to do: the recorder is gone with the service, or stays.
+    // A failure needs no handling: the recorder ended with the service, or stays open.
     static_cast<void>(mProxy->a_hidl_a_qortvapi_record_pvr_close(mId).isOk());
 }
 
 void Recorder::select(uint32_t channelId) {
-    accepted(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_select_svc(mId, channelId, kAnyList),
-                     "record_pvr_select_svc"),
-             "record channel id " + std::to_string(channelId));
+    checkResult(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_select_svc(mId, channelId, kAnyList),
+                        "record_pvr_select_svc"),
+                "record channel id ", channelId);
 }
 
 void Recorder::setLength(std::chrono::milliseconds length) {
@@ -59,16 +59,15 @@ void Recorder::setLength(std::chrono::milliseconds length) {
                     "a recording cannot be " + std::to_string(seconds) + " seconds long");
     }
     const int32_t mode = seconds == 0 ? RECORD_MODE_NORMAL : RECORD_MODE_LIMITED;
-    accepted(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_set_mode(mId, mode, kNoArgument,
-                                                                   static_cast<int32_t>(seconds)),
-                     "record_pvr_set_mode"),
-             "record for " + std::to_string(seconds) + " seconds");
+    checkResult(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_set_mode(
+                                mId, mode, kNoArgument, static_cast<int32_t>(seconds)),
+                        "record_pvr_set_mode"),
+                "record for ", seconds, " seconds");
 }
 
 void Recorder::start() {
     const int32_t result =
             valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_start(mId), "record_pvr_start");
-    if (result >= 0) return;
     if (result == TV_FAILED) {
         const RecordingError reason = error();
         if (reason != RecordingError::kNone) {
@@ -79,30 +78,31 @@ void Recorder::start() {
         throw Error(Error::Kind::kRefused,
                     "cannot record: the tuner records a channel of another multiplex");
     }
-    throwRefusedTo("record", result, meaningOf(result));
+    checkResult(result, "record");
 }
 
 void Recorder::stop() {
     const int32_t result =
             valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_stop(mId), "record_pvr_stop");
-    if (result == TV_BUSY) return;  // it does not record
-    accepted(result, "stop the recording");
+    if (result == TV_BUSY) return;  // nothing is being recorded
+    checkResult(result, "stop the recording");
 }
 
 RecordingState Recorder::state() {
-    return recordingState(accepted(
+    return recordingState(checkResult(
             valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_get_status(mId), "record_pvr_get_status"),
             "tell of the recorder"));
 }
 
 RecordingError Recorder::error() {
-    return recordingError(accepted(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_get_error_id(mId),
-                                           "record_pvr_get_error_id"),
-                                   "tell of the recorder"));
+    return recordingError(
+            checkResult(valueOf(mProxy->a_hidl_a_qortvapi_record_pvr_get_error_id(mId),
+                                "record_pvr_get_error_id"),
+                        "tell of the recorder"));
 }
 
 std::chrono::seconds Recorder::length() {
-    return std::chrono::seconds(accepted(
+    return std::chrono::seconds(checkResult(
             valueOf(mProxy->a_hidl_a_qortvapi_get_recording_position(mId), "recording_position"),
             "tell of the recorder"));
 }
@@ -111,22 +111,22 @@ std::string Recorder::path() {
     std::string file;
     int32_t result = 0;
     check(mProxy->a_hidl_a_qortvapi_record_pvr_get_recording_file_name(
-                  mId, kNameRoom,
+                  mId, kMaxName,
                   [&](const auto& name, int32_t code) {
                       file = name.c_str();
                       result = code;
                   }),
           "record_pvr_get_recording_file_name");
-    accepted(result, "tell the name of the recording");
+    checkResult(result, "tell the name of the recording");
     if (file.empty()) return file;
     std::string folder;
-    check(mProxy->a_hidl_a_qortvapi_record_pvr_get_disk(kDisk, kPathRoom,
+    check(mProxy->a_hidl_a_qortvapi_record_pvr_get_disk(kDisk, kMaxPath,
                                                         [&](const auto& path, int32_t code) {
                                                             folder = path.c_str();
                                                             result = code;
                                                         }),
           "record_pvr_get_disk");
-    accepted(result, "tell the folder of the recordings");
+    checkResult(result, "tell the folder of the recordings");
     return folder + "/" + file;
 }
 

@@ -2,10 +2,12 @@
 
 #include <utility>
 
-#include "answers.h"
 #include "middleware/mmp.h"
 #include "middleware/result_codes.h"
-#include "recording_state.h"
+#include "record_image.h"
+#include "recording_codes.h"
+#include "result.h"
+#include "stable_read.h"
 
 namespace qortv {
 
@@ -31,19 +33,17 @@ Recording toRecording(const PVR_BROWSER_ITEM_T& item) {
     return recording;
 }
 
-/** What the television says of one item; nothing when it has none. */
-class Answer {
+/** Receives an item of the browser as the result of a call. */
+class ItemReceiver {
   public:
-    template <typename Image>
-    void operator()(const Image& image, int32_t code) {
+    void operator()(const Bytes& image, int32_t code) {
         mResult = code;
         if (code >= 0) mRecording = toRecording(recordOf<PVR_BROWSER_ITEM_T>(image));
     }
 
+    /** Returns nothing when there is no such item. */
     std::optional<Recording> recording() const {
-        if (mResult != TV_NOT_FOUND) {
-            accepted(mResult, "tell of a recording");
-        }
+        if (mResult != TV_NOT_FOUND) checkResult(mResult, "tell of a recording");
         return mRecording;
     }
 
@@ -57,12 +57,12 @@ class Answer {
 Recordings::Recordings(android::sp<Interface> proxy) : mProxy(std::move(proxy)) {}
 
 std::optional<Recording> Recordings::at(uint32_t index) {
-    Answer answer;
+    ItemReceiver received;
     check(mProxy->a_hidl_a_qortvapi_mmp_get_pvr_browser_item_by_index(
                   static_cast<int32_t>(index),
-                  [&](const auto& item, int32_t code) { answer(item, code); }),
+                  [&](const auto& item, int32_t code) { received(item, code); }),
           "get_pvr_browser_item_by_index");
-    auto recording = answer.recording();
+    auto recording = received.recording();
     if (recording) recording->index = index;
     return recording;
 }
@@ -75,17 +75,17 @@ std::vector<Recording> Recordings::list() {
         }
         return recordings;
     };
-    return readUnchanged(
+    return readStable(
             read, [](const Recording& recording) { return recording.path; },
             "the list of recordings");
 }
 
 std::optional<Recording> Recordings::find(const std::string& path) {
-    Answer answer;
+    ItemReceiver received;
     check(mProxy->a_hidl_a_qortvapi_mmp_get_pvr_browser_item_by_path(
-                  path, [&](const auto& item, int32_t code) { answer(item, code); }),
+                  path, [&](const auto& item, int32_t code) { received(item, code); }),
           "get_pvr_browser_item_by_path");
-    return answer.recording();
+    return received.recording();
 }
 
 void Recordings::remove(const Recording& recording) {
@@ -100,7 +100,7 @@ void Recordings::remove(const Recording& recording) {
     if (result == TV_BUSY) {
         throw Error(Error::Kind::kRefused, recording.path + " is being recorded");
     }
-    accepted(result, "delete " + recording.path);
+    checkResult(result, "delete ", recording.path);
 }
 
 }  // namespace qortv

@@ -3,25 +3,18 @@
 #include <optional>
 #include <utility>
 
-#include "middleware/records.h"
+#include "medium.h"
+#include "middleware/result_codes.h"
 #include "middleware/scan.h"
-#include "refused.h"
+#include "result.h"
 
 namespace qortv {
 
 namespace {
 
-static_assert(int{BRDCST_MEDIUM_UNKNOWN} == static_cast<int>(Medium::kUnknown) &&
-              int{BRDCST_MEDIUM_DIG_TERRESTRIAL} == static_cast<int>(Medium::kTerrestrial) &&
-              int{BRDCST_MEDIUM_DIG_CABLE} == static_cast<int>(Medium::kCable) &&
-              int{BRDCST_MEDIUM_DIG_SATELLITE} == static_cast<int>(Medium::kSatellite));
-
-Medium toMedium(uint64_t medium) {
-    return medium <= BRDCST_MEDIUM_DIG_SATELLITE ? static_cast<Medium>(medium) : Medium::kUnknown;
-}
-
 std::optional<ScanEvent> toEvent(int32_t code, uint64_t arg1, uint64_t arg2, uint64_t arg3,
                                  uint64_t arg4) {
+    // The middleware passes 32-bit numbers on as pointers.
     const auto number = [](uint64_t arg) { return static_cast<uint32_t>(arg); };
     switch (code) {
         case SCAN_NFY_STARTED:
@@ -65,21 +58,19 @@ Scanner::Scanner(android::sp<Interface> proxy) : mProxy(std::move(proxy)) {}
 
 void Scanner::start(const ScanRequest& request) {
     const int32_t type = request.update ? SCAN_TYPE_UPDATE : SCAN_TYPE_FULL;
-    const int32_t result =
-            valueOf(mProxy->a_hidl_a_qortvapi_start_scan(static_cast<int32_t>(request.medium), type,
-                                                         request.clear),
-                    "start_scan");
-    if (result >= 0) return;
-    std::string reason;
-    if (result == TV_BUSY) reason = "another scan is running";
-    if (result == TV_NOT_FOUND) reason = "there is nothing to scan";
-    throwRefusedTo("start a scan", result, reason);
+    const int32_t result = valueOf(
+            mProxy->a_hidl_a_qortvapi_start_scan(numberOf(request.medium), type, request.clear),
+            "start_scan");
+    constexpr char kWhat[] = "start a scan";
+    if (result == TV_BUSY) throwRefused(kWhat, result, "another scan is running");
+    if (result == TV_NOT_FOUND) throwRefused(kWhat, result, "there is nothing to scan");
+    checkResult(result, kWhat);
 }
 
 bool Scanner::cancel() {
     const int32_t result = valueOf(mProxy->a_hidl_a_qortvapi_cancel_scan(), "cancel_scan");
     if (result == TV_BUSY || result == TV_NOT_FOUND) return false;
-    if (result < 0) throwRefusedTo("cancel the scan", result);
+    checkResult(result, "cancel the scan");
     return true;
 }
 

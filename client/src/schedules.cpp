@@ -6,24 +6,16 @@
 #include <optional>
 #include <utility>
 
-#include "answers.h"
 #include "middleware/record.h"
 #include "middleware/result_codes.h"
-#include "recording_state.h"
+#include "record_image.h"
+#include "recording_codes.h"
+#include "result.h"
+#include "stable_read.h"
 
 namespace qortv {
 
 namespace {
-
-using Bytes = android::hardware::hidl_vec<uint8_t>;
-
-template <typename Record>
-Bytes imageOf(const Record& record) {
-    Bytes image;
-    image.resize(sizeof record);
-    std::memcpy(image.data(), &record, sizeof record);
-    return image;
-}
 
 Schedule::Repeat repeatOf(uint8_t number) {
     if (number == SCHEDULE_REPEAT_DAILY) return Schedule::Repeat::kDaily;
@@ -56,7 +48,7 @@ Schedule toSchedule(const SCHEDULE_RECORD_T& record) {
     return schedule;
 }
 
-/** What does not fit into 32 bits becomes what the television refuses. */
+/** Returns 0, which the television refuses, for a duration that does not fit into 32 bits. */
 uint32_t durationOf(const Schedule& schedule) {
     const auto seconds = schedule.duration.count();
     if (seconds < 0 || seconds > std::numeric_limits<uint32_t>::max()) return 0;
@@ -90,7 +82,7 @@ std::optional<Schedule> scheduleAt(const android::sp<Schedules::Interface>& prox
                       if (code >= 0) schedule = toSchedule(recordOf<SCHEDULE_RECORD_T>(image));
                   }),
           "get_schedule_record");
-    if (result != TV_NOT_FOUND) accepted(result, "tell its schedules");
+    if (result != TV_NOT_FOUND) checkResult(result, "tell its schedules");
     return schedule;
 }
 
@@ -118,7 +110,7 @@ std::vector<Schedule> Schedules::list() {
         }
         return schedules;
     };
-    return readUnchanged(
+    return readStable(
             read, [](const Schedule& schedule) { return schedule.id; }, "the list of schedules");
 }
 
@@ -126,11 +118,12 @@ Schedule Schedules::add(const Schedule& schedule) {
     const SCHEDULE_RECORD_T record = toRecord(schedule);
     uint32_t last = 0;
     for (const auto& known : list()) last = std::max(last, known.id);
-    accepted(valueOf(mProxy->a_hidl_a_qortvapi_set_schedule_record(imageOf(record), SCHEDULE_ADD),
-                     "set_schedule_record"),
-             "take the schedule");
-    // Its id is not answered. Ids grow, so it is among those that are new; of two that another
-    // application added just like it, either will do.
+    checkResult(
+            valueOf(mProxy->a_hidl_a_qortvapi_set_schedule_record(imageOf(record), SCHEDULE_ADD),
+                    "set_schedule_record"),
+            "take the schedule");
+    // The call does not return the id. Ids only grow, so the schedule is one of those with a higher
+    // id than before. When another application has just added an equal one, either of them will do.
     for (const auto& added : list()) {
         if (added.id > last && added.channelId == schedule.channelId &&
             added.duration == schedule.duration && added.repeat == schedule.repeat &&
@@ -158,7 +151,7 @@ void Schedules::remove(uint32_t id) {
     if (result == TV_NOT_FOUND) {
         throw Error(Error::Kind::kRefused, "there is no schedule " + std::to_string(id));
     }
-    accepted(result, "remove schedule " + std::to_string(id));
+    checkResult(result, "remove schedule ", id);
 }
 
 }  // namespace qortv

@@ -14,14 +14,15 @@ namespace qortv {
 
 namespace {
 
-/** A large region is a multiple of this, so that the kernel may back all of it with huge pages. */
+/** Size of a huge page. Large regions are multiples of it, so that the kernel can use huge pages
+ * for all of their memory. */
 constexpr size_t kHugePage = 2 << 20;
 
 size_t roundedUp(size_t bytes) {
     return bytes < kHugePage ? bytes : (bytes + kHugePage - 1) / kHugePage * kHugePage;
 }
 
-/** A sealed memory file; -1 with errno when the system refuses. */
+/** Returns the descriptor of a memory file whose size is sealed, or -1 with errno set. */
 int makeMemoryFile(size_t bytes) {
     const int fd = memfd_create("qortv-region", MFD_CLOEXEC | MFD_ALLOW_SEALING);
     if (fd < 0) return -1;
@@ -65,9 +66,9 @@ void SharedRegion::reserve(size_t bytes) {
         throwSystemError(bytes);
     }
     handle->data[0] = fd;
-    // The service maps the region for every read, which costs by the page. Where the system allows
-    // huge pages for shared memory they spare most of that, if they are there before the service
-    // comes; elsewhere both are refused or do nothing, and no loss.
+    // The service maps the region for every read, which costs time for each page. Huge pages save
+    // most of it, if they are allocated before the service maps them. Both calls may fail or do
+    // nothing where the system has no huge pages for shared memory; the region works all the same.
     madvise(address, bytes, MADV_HUGEPAGE);
     madvise(address, bytes, MADV_POPULATE_WRITE);
     release();

@@ -20,16 +20,17 @@ using vendor::corvanta::tv::qortvapi::V1_0::IQorTvApi;
 
 namespace {
 
-constexpr milliseconds kFirstPause{50};
-constexpr milliseconds kLongestPause{2000};
+constexpr milliseconds kFirstReconnectPause{50};
+constexpr milliseconds kLongestReconnectPause{2000};
 
 /**
- * What the runtime's threads and the reconnecting thread share. The runtime may report a death
- * after the subscription is gone, so the recipient itself holds the state.
+ * State of the connection, shared by the runtime's threads, which report the death of the service,
+ * and the thread that reconnects. The runtime may report a death after the subscription was
+ * destroyed; it keeps this object alive until then.
  */
 class DeathWatch : public android::hardware::hidl_death_recipient {
   public:
-    /** @param cookie the registration that died: an old one says nothing about the present one */
+    /** @param cookie the registration that was lost; ignored if it is not the current one */
     void serviceDied(uint64_t cookie, const wp<IBase>&) override {
         std::lock_guard lock(mMutex);
         if (cookie != mRegistration) return;
@@ -37,7 +38,7 @@ class DeathWatch : public android::hardware::hidl_death_recipient {
         mChanged.notify_all();
     }
 
-    /** A new registration begins; returns its cookie. */
+    /** Starts a new registration and returns its cookie. */
     uint64_t begin() {
         std::lock_guard lock(mMutex);
         mAlive = true;
@@ -45,26 +46,27 @@ class DeathWatch : public android::hardware::hidl_death_recipient {
         return ++mRegistration;
     }
 
-    /** The registration that was begun is complete. */
+    /** Marks the current registration as complete. */
     void complete() {
         std::lock_guard lock(mMutex);
         mRegistered = true;
     }
 
+    /** Ends the waiting of the thread that reconnects. */
     void stop() {
         std::lock_guard lock(mMutex);
         mStopped = true;
         mChanged.notify_all();
     }
 
-    /** Waits for the death of the present registration; false when stopped instead. */
+    /** Waits until the service of the current registration dies. Returns false when stopped. */
     bool waitForDeath() {
         std::unique_lock lock(mMutex);
         mChanged.wait(lock, [&] { return mStopped || !mAlive; });
         return !mStopped;
     }
 
-    /** Sleeps; false when stopped. */
+    /** Waits for the duration. Returns false when stopped. */
     bool pause(milliseconds duration) {
         std::unique_lock lock(mMutex);
         return !mChanged.wait_for(lock, duration, [&] { return mStopped; });
@@ -90,10 +92,10 @@ class Subscription::Impl {
   public:
     Impl(Listener& listener, milliseconds timeout) : mRelay(new Relay(listener)) {
         try {
-            join(timeout);
-            mThread = std::thread([this] { keepJoined(); });
+            registerListener(timeout);
+            mThread = std::thread([this] { keepRegistered(); });
         } catch (...) {
-            mRelay->close();  // a service that failed half-way may have kept it
+            mRelay->close();  // the service may have registered it before the failure
             throw;
         }
     }
@@ -107,8 +109,8 @@ class Subscription::Impl {
     bool connected() const { return mWatch->connected(); }
 
   private:
-    // Links first: a service that dies between the two calls is noticed.
-    void join(milliseconds timeout) {
+    // Links to the death of the service first, so that its death between the two calls is noticed.
+    void registerListener(milliseconds timeout) {
         mProxy = connect<IQorTvApi>(timeout);
         const uint64_t registration = mWatch->begin();
         if (!valueOf(mProxy->linkToDeath(mWatch, registration), "linkToDeath")) {
@@ -118,24 +120,25 @@ class Subscription::Impl {
         mWatch->complete();
     }
 
-    bool joinAgain() {
-        auto wait = kFirstPause;
+    /** Returns false when stopped. */
+    bool reconnect() {
+        auto wait = kFirstReconnectPause;
         while (mWatch->pause(wait)) {
             try {
-                join(milliseconds{0});
+                registerListener(milliseconds{0});
                 return true;
             } catch (const Error&) {
-                // Not there yet, or gone again: both are what the pauses are for.
-                wait = std::min(wait * 2, kLongestPause);
+                // The service is not there yet or has died again.
+                wait = std::min(wait * 2, kLongestReconnectPause);
             }
         }
         return false;
     }
 
-    void keepJoined() {
+    void keepRegistered() {
         while (mWatch->waitForDeath()) {
             mRelay->pass(&Listener::onDisconnected);
-            if (!joinAgain()) return;
+            if (!reconnect()) return;
             mRelay->pass(&Listener::onConnected);
         }
     }

@@ -1,10 +1,10 @@
 #include "qortv/tuner.h"
 
-#include <string>
 #include <utility>
 
 #include "middleware/broadcast.h"
-#include "refused.h"
+#include "middleware/result_codes.h"
+#include "result.h"
 
 namespace qortv {
 
@@ -36,10 +36,10 @@ TuningError toTuningError(uint64_t error) {
     }
 }
 
+/** Returns nothing while no channel is selected. */
 std::optional<int> percent(int32_t result, const char* what) {
     if (result == TV_NOT_FOUND) return std::nullopt;
-    if (result < 0) throwRefusedTo(what, result);
-    return result;
+    return checkResult(result, what);
 }
 
 }  // namespace
@@ -85,10 +85,10 @@ void TuningListener::notifyBroadcast(int32_t code, uint64_t tag, uint64_t arg1, 
 Tuner::Tuner(android::sp<Interface> proxy) : mProxy(std::move(proxy)) {}
 
 void Tuner::tune(uint32_t channelId) {
-    const int32_t result =
+    checkResult(
             valueOf(mProxy->a_hidl_a_qortvapi_broadcast_select_channel_by_chan_id(channelId, true),
-                    "select_channel_by_chan_id");
-    if (result < 0) throwRefusedTo("tune to channel id " + std::to_string(channelId), result);
+                    "select_channel_by_chan_id"),
+            "tune to channel id ", channelId);
 }
 
 void Tuner::up() {
@@ -102,20 +102,19 @@ void Tuner::down() {
 void Tuner::press(uint32_t key, const char* what) {
     const int32_t result =
             valueOf(mProxy->a_hidl_a_qortvapi_broadcast_key_handler(key), "key_handler");
-    if (result >= 0) return;
-    throwRefusedTo(what, result, result == TV_NOT_FOUND ? "there is no channel" : "");
+    if (result == TV_NOT_FOUND) throwRefused(what, result, "there is no channel");
+    checkResult(result, what);
 }
 
 Tuning Tuner::state() {
     uint32_t state = BROADCAST_TUNING_IDLE;
     int32_t result = TV_FAILED;
-    check(mProxy->a_hidl_a_qortvapi_broadcast_get_tuning_status(
-                  [&](uint32_t status, int32_t answer) {
-                      state = status;
-                      result = answer;
-                  }),
+    check(mProxy->a_hidl_a_qortvapi_broadcast_get_tuning_status([&](uint32_t status, int32_t code) {
+        state = status;
+        result = code;
+    }),
           "get_tuning_status");
-    if (result < 0) throwRefusedTo("tell the state of the tuner", result);
+    checkResult(result, "tell the state of the tuner");
     return toTuning(state);
 }
 

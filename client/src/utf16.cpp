@@ -1,12 +1,13 @@
 #include "utf16.h"
 
-#include "qortv/channel.h"
+#include "qortv/utf8.h"
 
 namespace qortv {
 
 namespace {
 
 void appendCodePoint(std::string& text, uint32_t c) {
+    // Appends a continuation byte with the six bits of `c` from `shift` on.
     const auto tail = [&](int shift) { text += static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
     if (c < 0x80) {
         text += static_cast<char>(c);
@@ -25,7 +26,7 @@ void appendCodePoint(std::string& text, uint32_t c) {
     }
 }
 
-/** The code point that starts at `at`, which moves behind it. `text` is well-formed. */
+/** Returns the code point at `at` and moves `at` behind it. `text` is well-formed. */
 uint32_t takeCodePoint(const std::string& text, size_t& at) {
     const auto first = static_cast<unsigned char>(text[at++]);
     if (first < 0x80) return first;

@@ -1,126 +1,43 @@
-/** The Common Interface module (CAM): what it is, its dialogues with the viewer, its PIN. */
+/** The Common Interface module (CAM) in the television's slot. */
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApi.h>
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApiCI.h>
 
+#include "qortv/cam_events.h"
 #include "qortv/connect.h"
-#include "qortv/listener.h"
 
 namespace qortv {
 
-/** The module offers items to choose from. All texts are UTF-8; one that it left out is missing. */
-struct CamMenu {
-    uint32_t id = 0;  ///< what the answer refers to
-    std::optional<std::string> title;
-    std::optional<std::string> subtitle;
-    std::optional<std::string> bottom;
-    std::vector<std::string> items;  ///< at most 64
+/** State of the slot. */
+enum class CamSlot {
+    kEmpty,
+    kReady,     ///< a module is in it
+    kUpgrading  ///< the module installs new firmware and opens no dialogue meanwhile
 };
 
-/** The module shows items that are only to be read. */
-struct CamList : CamMenu {};
-
-/** The module asks for a text. */
-struct CamEnquiry {
-    uint32_t id = 0;
-    std::optional<std::string> text;
-    uint8_t answerLength = 0;  ///< UTF-16 units that the answer may have
-    bool blind = false;        ///< what is typed must not be shown, kept or logged
-};
-
-/** The dialogue is over. */
-struct CamClosed {
-    enum class By { kModule, kHost, kRemoval };
-    By by = By::kModule;
-};
-
-/** A module was inserted, or removed. */
-struct CamCard {
-    bool inserted = false;
-};
-
-/** What the module says of a PIN. */
-enum class CamPin { kWrong, kRight, kLocked };
-
-/** The answer to enterPin(). */
-struct CamPinReply {
-    CamPin state = CamPin::kWrong;
-};
-
-/** The module begins to take new firmware. */
-struct CamUpgrade {
-    uint32_t version = 0;
-};
-
-/** How far the new firmware is. */
-struct CamUpgradeProgress {
-    uint16_t percent = 0;
-};
-
-/** Something went wrong in the slot. */
-struct CamFault {
-    enum class Kind {
-        kUnusable,       ///< a module came that cannot be used
-        kUpgradeBroken,  ///< the module was removed before it had all of its new firmware
-    };
-    Kind kind = Kind::kUnusable;
-    uint32_t percent = 0;  ///< of the firmware
-};
-
-using CamEvent = std::variant<CamMenu, CamList, CamEnquiry, CamClosed, CamCard, CamPinReply,
-                              CamUpgrade, CamUpgradeProgress, CamFault>;
-
-/** What is in the slot. A module that takes new firmware opens no dialogue meanwhile. */
-enum class CamSlot { kEmpty, kReady, kUpgrading };
-
-/** "module", "host" or "removal". */
-const char* name(CamClosed::By by);
-
-/** "wrong", "right" or "locked". */
-const char* name(CamPin state);
-
-/** "empty", "ready" or "upgrading". */
+/** Returns "empty", "ready" or "upgrading". */
 const char* name(CamSlot slot);
 
 /**
- * A listener that hears the module as events. Notifications of the module that are no event, and
- * those of everything else, reach onNotification() as for any listener.
- *
- * There is one module and one dialogue: what another application opens or answers is heard too.
- */
-class CamListener : public Listener {
-  public:
-    /** On a thread of the runtime, as the methods of Listener are: return soon. */
-    virtual void onCamEvent(const CamEvent& event) = 0;
-
-    void notifyCi(uint64_t ci, uint64_t tag, int32_t condition,
-                  const hidl_vec<uint8_t>& data) override;
-    void notifyCiMmiEnquiry(uint64_t ci, uint64_t tag, int32_t condition,
-                            const HIDL_CI_MMI_ENQ_T& enquiry) override;
-    void notifyCiMmiMenu(uint64_t ci, uint64_t tag, int32_t condition,
-                         const HIDL_CI_MMI_MENU_T& menu) override;
-};
-
-/**
- * The module in the slot. Requests only ask: what the module makes of them is heard by a
- * CamListener whose Subscription was made before.
+ * The module in the slot: its properties, its dialogues with the viewer and its PIN. Requests
+ * return before the module has reacted; its reaction is received by a CamListener whose
+ * Subscription was made before.
  *
  *     qortv::Subscription subscription(listener);
  *     qortv::Cam cam(qortv::connect<qortv::Cam::Interface>());
  *     cam.listen();
  *     cam.openMenu();
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused when the television answers with a negative code, as it does without a module and for
- * the answer to a question that is no longer open.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and
+ * kRefused. The television refuses, for example, all requests without a module, and the answer to
+ * a menu or enquiry that is no longer open.
  */
 class Cam {
   public:
@@ -129,32 +46,33 @@ class Cam {
     /** @param proxy the interface, from connect<Cam::Interface>() */
     explicit Cam(android::sp<Interface> proxy);
 
-    /** What is in the slot. */
+    /** Returns the state of the slot. */
     CamSlot slot();
 
-    /** Its name, UTF-8. */
+    /** Returns the name of the module, UTF-8. */
     std::string name();
 
-    /** Its identifier. */
+    /** Returns the identifier of the module. */
     std::array<uint8_t, 8> id();
 
-    /** Three letters of ISO 639-2; may be empty. */
+    /** Returns the language of the module, ISO 639-2. May be empty. */
     std::string language();
 
-    /** Name of its operator profile, UTF-8; may be empty. */
+    /** Returns the name of the module's operator profile, UTF-8. May be empty. */
     std::string profile();
 
-    /** Wrong PINs that the module still takes; 0 when it is locked, nothing when it has no PIN. */
+    /** Returns how many wrong PINs the module still accepts before it locks, 0 when it is locked.
+     * Returns nothing for a module without a PIN. */
     std::optional<uint8_t> pinTries();
 
-    /** Makes the television listen to the module. It does so for all applications once one asked.
-     */
+    /** Makes the television send the notifications of the module. One call of any application makes
+     * it send them to all. */
     void listen();
 
     /**
-     * Opens the module's main menu.
+     * Opens the main menu of the module.
      *
-     * @throws Error kRefused tells where it has none
+     * @throws Error kRefused also when the module has none; the message says so
      */
     void openMenu();
 
@@ -166,7 +84,7 @@ class Cam {
      */
     void choose(const CamMenu& menu, uint8_t item);
 
-    /** Leaves a menu or list for the one before. */
+    /** Goes back from a menu or list to the one before. */
     void back(const CamMenu& menu);
 
     /**
@@ -177,14 +95,14 @@ class Cam {
      */
     void answer(const CamEnquiry& enquiry, const std::string& text);
 
-    /** Leaves an enquiry unanswered. */
+    /** Cancels an enquiry. */
     void back(const CamEnquiry& enquiry);
 
     /** Ends the dialogue. */
     void close();
 
     /**
-     * Gives the module a PIN; a CamPinReply tells what it thinks of it.
+     * Sends a PIN to the module, which replies with a CamPinReply.
      *
      * @param digits one digit or more
      * @throws Error also kArgument for anything but digits
@@ -192,10 +110,18 @@ class Cam {
     void enterPin(const std::string& digits);
 
   private:
-    int32_t ask(uint32_t type, const std::vector<uint8_t>& data);
+    struct Property;
+
+    /**
+     * Reads a property of the module. Does not check its result code.
+     *
+     * @param type QORTVAPI_CI_GET_TYPE_...
+     * @param units of a name: maximum length in UTF-16 units, or 0 to read the length only
+     */
+    Property get(uint32_t type, uint32_t units);
+    /** Returns the result code. @param type QORTVAPI_CI_SET_TYPE_... */
+    int32_t request(uint32_t type, const std::vector<uint8_t>& data);
     void set(uint32_t type, const std::vector<uint8_t>& data, const char* what);
-    struct Answer;
-    Answer get(uint32_t type, uint32_t units);
     void answerMenu(uint32_t id, uint8_t answer, const char* what);
     void answerEnquiry(uint32_t id, uint8_t answer, const std::vector<uint16_t>& text,
                        const char* what);
@@ -204,7 +130,7 @@ class Cam {
 };
 
 /**
- * Puts the module of the software television into its slot, or takes it out.
+ * Inserts the module of the software television into its slot, or removes it.
  *
  * @param television the core interface, from connect<IQorTvApi>()
  * @throws Error kLost, kTransport, kRefused (there is no module to insert)

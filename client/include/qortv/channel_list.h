@@ -1,4 +1,4 @@
-/** Reading the channel list in bulk, through shared memory, and choosing a channel. */
+/** Reads the channel list in bulk, through shared memory, and selects the current channel. */
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,7 @@ namespace qortv {
 struct ChannelQuery {
     /** Service lists, read in this order. */
     std::vector<uint16_t> lists = {kTerrestrialList, kCableList, kSatelliteList};
-    /** A channel is read if its network mask (the SB_VNET_ bits), and-ed with `mask`, is `value`.
-     */
+    /** A channel is read if the bits `mask` of its network mask (SB_VNET_...) equal `value`. */
     uint32_t mask = 0;
     uint32_t value = 0;
 };
@@ -29,34 +28,33 @@ struct ChannelQuery {
  *     qortv::ChannelList list(qortv::connect<qortv::ChannelList::Interface>());
  *     for (const auto& channel : list.read()) std::cout << channel.name << '\n';
  *
- * Holds two shared regions and reuses them for every read, so
- * use one object from one thread at a time; objects are cheap, threads may have their own.
+ * Reuses two shared regions for every read. Not thread-safe: each thread needs its own object or a
+ * lock.
  */
 class ChannelList {
   public:
     using Interface = vendor::corvanta::tv::qortvapi::V1_0::IQorTvApiChannelList;
 
-    /** Records that a page holds unless told otherwise: about 2 MB of shared memory. */
+    /** Default number of records of a page, which makes about 2 MB of shared memory. */
     static constexpr uint32_t kPageRecords = 2048;
 
     /**
      * @param proxy the interface, from connect<ChannelList::Interface>()
-     * @param pageRecords most records that one call fetches, at least 1; a longer list is read in
-     *     several calls
+     * @param pageRecords maximum number of records that one call reads, at least 1; a longer list
+     *     takes several calls
      */
     explicit ChannelList(android::sp<Interface> proxy, uint32_t pageRecords = kPageRecords);
 
     /**
-     * All channels that match, list by list, in the order of the lists. A list that changes while
-     * it is read is read again.
+     * Returns all matching channels, list by list, each in the order of its list. A list that
+     * changes while it is read is read again.
      *
-     * @throws Error kLost, kTransport, kRefused (also for a list that never stops changing),
-     * kSystem
+     * @throws Error kLost, kTransport, kRefused (also for a list that keeps changing), kSystem
      */
     std::vector<Channel> read(const ChannelQuery& query = {});
 
     /**
-     * The channel that is on, or nothing when none was ever chosen.
+     * Returns the current channel, or nothing when none was ever selected.
      *
      * @throws Error kLost, kTransport
      */

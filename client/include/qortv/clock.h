@@ -1,4 +1,4 @@
-/** The television's clock: time of day, local time, and where it has them from. */
+/** The clock of the television: time, local time, and the sources of both. */
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,13 @@
 
 namespace qortv {
 
-/** What a clock can follow. */
+/** Where the clock takes the time from. */
 enum class TimeSource { kBroadcast, kSystem, kUser, kUnknown };
 
-/** "broadcast", "system", "user" or "unknown". */
+/** Returns "broadcast", "system", "user" or "unknown". */
 const char* name(TimeSource source);
 
-/** A date and time of day in the zone of the set. */
+/** A date and time of day in the time zone of the television. */
 struct LocalTime {
     int year = 0;
     int month = 0;    ///< 1 to 12
@@ -26,29 +26,29 @@ struct LocalTime {
     int hour = 0;
     int minute = 0;
     int second = 0;
-    bool summer = false;  ///< summer time is in it
+    bool summer = false;  ///< summer time applies
 };
 
-/** "2026-11-21" */
+/** Returns the date, such as "2026-11-21". */
 std::string dateOf(const LocalTime& time);
 
-/** "20:15" */
+/** Returns the time of day, such as "20:15". */
 std::string timeOf(const LocalTime& time);
 
-/** All that the clock tells. Times are seconds since 1970-01-01 00:00 UTC. */
+/** State of the clock. Times are seconds since 1970-01-01 00:00 UTC. */
 struct ClockState {
     int64_t utc = 0;
-    TimeSource source = TimeSource::kUnknown;   ///< tells the time just now
-    TimeSource follows = TimeSource::kUnknown;  ///< is to be followed as soon as it tells the time
-    int32_t zone = 0;                           ///< seconds east of Greenwich, no summer time
-    int32_t offset = 0;                         ///< what local time is ahead just now, seconds
-    bool totReceived = false;                   ///< the broadcast told a local offset
-    std::optional<int64_t> broadcastUtc;        ///< the last time that the broadcast told
+    TimeSource source = TimeSource::kUnknown;   ///< where the present time comes from
+    TimeSource follows = TimeSource::kUnknown;  ///< preferred source, used once it has the time
+    int32_t zone = 0;                           ///< seconds east of Greenwich, without summer time
+    int32_t offset = 0;                         ///< local time minus UTC at present, seconds
+    bool totReceived = false;                   ///< a time offset table was received
+    std::optional<int64_t> broadcastUtc;        ///< the last time received from the broadcast
 };
 
 /**
- * The clock of the television. Methods may be called by several threads at once; all throw Error
- * kLost and kTransport, and kRefused for a negative answer.
+ * The clock of the television. Methods may be called by several threads at once. All throw Error
+ * kLost, kTransport and kRefused.
  */
 class Clock {
   public:
@@ -57,12 +57,13 @@ class Clock {
     /** @param proxy the interface, from connect<Clock::Interface>() */
     explicit Clock(android::sp<Interface> proxy);
 
-    /** Seconds since 1970-01-01 00:00 UTC. */
+    /** Returns the time in seconds since 1970-01-01 00:00 UTC. */
     int64_t utc();
 
-    /** Local time of a moment, by the summer time rules that the set knows. */
+    /** Returns the local time at `utc`, by the summer time rules of the television. */
     LocalTime local(int64_t utc);
 
+    /** Reads the state in several calls. */
     ClockState state();
 
   private:

@@ -1,5 +1,4 @@
-/** The television's settings: reading and changing them under their keys, and hearing of changes.
- */
+/** The settings of the television: reads and changes them, and reports changes. */
 #pragma once
 
 #include <cstdint>
@@ -16,36 +15,36 @@
 
 namespace qortv {
 
-/** A number, a switch's 0 or 1 and a choice's place among them; or a text (UTF-8). */
+/** A number or a text (UTF-8). The number of a switch is 0 or 1, that of a choice counts from
+ * ConfigurationItem::least on. */
 using ConfigurationValue = std::variant<int32_t, std::string>;
 
-/** All that there is to know of a setting. */
+/** A setting with its value and its possible values. */
 struct ConfigurationItem {
     std::string key;
     ConfigurationValue value;
-    // The next three are for numbers.
-    int32_t least = 0;
-    int32_t greatest = 0;
-    /** Names of the values from `least` on, for switches and choices; empty for others. */
+    int32_t least = 0;     ///< minimum of a number
+    int32_t greatest = 0;  ///< maximum of a number
+    /** Names of the values from `least` on, for switches and choices; otherwise empty. */
     std::vector<std::string> choices;
-    bool visible = true;  ///< a menu shows it
-    bool enabled = true;  ///< a menu lets the viewer change it; programs may in any case
+    bool visible = true;  ///< menus show it
+    bool enabled = true;  ///< menus let the viewer change it; programs can change it in any case
 
     bool isText() const { return std::holds_alternative<std::string>(value); }
-    /** The value as a text: a choice by its name where that is known. */
+    /** Returns the value as a text: the name of a choice if it has one, otherwise the number. */
     std::string text() const;
-    /** What the value can be, for people: "0 to 100", "off, on", "text". */
+    /** Returns the possible values for messages, such as "0 to 100", "off, on" or "text". */
     std::string canBe() const;
 };
 
 /**
- * The settings. docs/configuration.md tells what they mean.
+ * The settings. docs/configuration.md explains them.
  *
  *     qortv::Configuration configuration(qortv::connect<qortv::Configuration::Interface>());
  *     configuration.set("picture.brightness", 60);
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused when the television answers with a negative code, as it does for an unknown key.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and kRefused,
+ * the latter for example for an unknown key.
  */
 class Configuration {
   public:
@@ -54,25 +53,27 @@ class Configuration {
     /** @param proxy the interface, from connect<Configuration::Interface>() */
     explicit Configuration(android::sp<Interface> proxy);
 
-    /** The keys that this library knows; a television may have more. */
+    /** Returns the keys that this library knows, in the order of docs/configuration.md. A
+     * television may have more. */
     static const std::vector<std::string>& keys();
 
     ConfigurationValue get(const std::string& key);
 
-    /** Everything about a setting, in several calls. */
+    /** Reads a setting in several calls. */
     ConfigurationItem item(const std::string& key);
 
-    /** @throws Error kRefused also for a value out of range, and for a text: the message names what
-     * is at fault */
+    /** @throws Error kRefused also for a value out of range and for a setting that is a text; the
+     * message says so */
     void set(const std::string& key, int32_t value);
 
-    /** The same for texts; an empty one stands for the text that was delivered. */
+    /** Sets a text. An empty one restores the text that the television was delivered with. */
     void set(const std::string& key, const std::string& value);
 
     /**
-     * Sets what a person typed: a number, the name of a choice, or the text.
+     * Sets a value that a user entered: a number, the name of a choice, or a text.
      *
-     * @throws Error also kArgument when it is nothing that the setting can be
+     * @throws Error also kArgument for a text that is neither a number nor the name of a choice,
+     *     when the setting is not a text
      */
     void setText(const std::string& key, const std::string& text);
 
@@ -83,14 +84,15 @@ class Configuration {
 };
 
 /**
- * While it lives, the television reports changes of settings to listeners: of no other is anything
- * heard. Registrations are counted, so watches of several programs do not disturb each other.
+ * As long as it exists, the television notifies all listeners when one of its settings changes. The
+ * television reports only settings that some program watches. It counts the watches of a setting,
+ * so several programs can watch the same one.
  */
 class ConfigurationWatch {
   public:
-    /** @throws Error as the methods of Configuration do; then nothing is registered */
+    /** @throws Error like the methods of Configuration; nothing is registered then */
     ConfigurationWatch(const Configuration& configuration, std::vector<std::string> keys);
-    /** Takes the registrations back, unless the service is gone and they with it. */
+    /** Removes the registrations. */
     ~ConfigurationWatch();
     ConfigurationWatch(const ConfigurationWatch&) = delete;
     ConfigurationWatch& operator=(const ConfigurationWatch&) = delete;
@@ -99,35 +101,34 @@ class ConfigurationWatch {
     void removeAll();
 
     const android::sp<Configuration::Interface> mProxy;
-    std::vector<std::string> mKeys;  ///< those that are registered
+    std::vector<std::string> mKeys;  ///< of the settings that are registered
 };
 
-/** A setting has become another. */
+/** A setting has changed. */
 struct ConfigurationChange {
     std::string key;
-    /** The new number; of a text 0, and get() tells it. */
-    int32_t value = 0;
-    uint32_t flag = 0;  ///< what was passed along by who changed it
+    int32_t value = 0;  ///< the new number; 0 for a text, which Configuration::get() returns
+    uint32_t flag = 0;  ///< the update flag that was passed to the call that changed the setting
 };
 
 /**
- * A listener that hears of changes. Changes of other keys, and notifications of everything else,
- * reach onNotification() as for any listener. To be heard, a change needs a ConfigurationWatch too,
- * of this program or another one.
+ * A listener that receives changes of settings. Changes of settings whose keys it was not made for,
+ * and all other notifications, reach onNotification() as for any listener. The television only
+ * reports settings for which this or another program has a ConfigurationWatch.
  */
 class ConfigurationListener : public Listener {
   public:
-    /** @param keys those whose changes it wants to hear of */
+    /** @param keys of the settings whose changes are received */
     explicit ConfigurationListener(const std::vector<std::string>& keys = Configuration::keys());
 
-    /** On a thread of the runtime, as the methods of Listener are: return soon. */
+    /** Called on a thread of the runtime, like the methods of Listener: must return soon. */
     virtual void onConfigurationChange(const ConfigurationChange& change) = 0;
 
     void notifyConfig(int32_t code, uint64_t tag, uint64_t arg1, uint64_t arg2, uint64_t arg3,
                       uint64_t arg4) override;
 
   private:
-    std::map<uint32_t, std::string> mKeys;  ///< by the checksum that a notification tells
+    std::map<uint32_t, std::string> mKeys;  ///< by the checksum that notifications contain
 };
 
 }  // namespace qortv

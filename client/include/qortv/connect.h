@@ -1,4 +1,4 @@
-/** Finding the television's interfaces, and making calls on them without losing an error. */
+/** Connects to the interfaces of the television, and turns failed calls into exceptions. */
 #pragma once
 
 #include <chrono>
@@ -12,18 +12,18 @@
 
 namespace qortv {
 
-/** How long connect() waits for a service that is not there (yet). */
+/** How long connect() waits for a service that is not registered (yet). */
 constexpr std::chrono::milliseconds kConnectTimeout{5000};
 
 /**
- * The folder that services are looked for in: $QORTV_RUNTIME_DIR, else $XDG_RUNTIME_DIR/qortv, else
- * /run/qortv.
+ * Returns the folder in which services are registered: $QORTV_RUNTIME_DIR, else
+ * $XDG_RUNTIME_DIR/qortv, else /run/qortv.
  */
 std::string runtimeFolder();
 
 /**
- * Calls `attempt` until it returns true: first at once, then whenever a service registers, and
- * twice a second in between.
+ * Calls `attempt` until it returns true: immediately, then whenever a service registers, and at
+ * least twice a second.
  *
  * @throws Error kNoService when `timeout` has passed; the message names the interface and the
  *     folder that was searched
@@ -32,11 +32,11 @@ void waitForService(const std::string& descriptor, const std::string& instance,
                     std::chrono::milliseconds timeout, const std::function<bool()>& attempt);
 
 /**
- * The proxy of interface `I` (any interface of vendor.corvanta.tv.qortvapi@1.0), waiting for the
- * service to appear when it is not running yet. A timeout of 0 tries once.
+ * Returns the proxy of interface `I` (any interface of vendor.corvanta.tv.qortvapi@1.0). Waits for
+ * the service when it is not running yet. A timeout of 0 tries once.
  *
- * The proxy may be used by many threads at once. It does not come back to life when the service
- * dies: its calls then fail with Error kLost through check() below, and connect() gives a new one.
+ * The proxy may be used by many threads at once. It stays unusable after the service has died: its
+ * calls fail, for which check() throws Error kLost. Call connect() again for a new proxy.
  *
  * @throws Error kNoService
  */
@@ -54,12 +54,12 @@ android::sp<I> connect(std::chrono::milliseconds timeout = kConnectTimeout,
 /**
  * Throws if a call did not reach the service or its answer did not come back.
  *
- * @param method what was called, for the message
+ * @param method name of the method that was called, for the message
  * @throws Error kLost or kTransport
  */
 void check(const android::hardware::details::return_status& status, const char* method);
 
-/** The plain result of a call that has one, after check(). */
+/** Returns the value that a call returned, after check(). */
 template <typename T>
 T valueOf(const android::hardware::Return<T>& result, const char* method) {
     check(result, method);

@@ -1,5 +1,4 @@
-/** How this library reports failures: by exception, one type, with a kind that programs can test.
- */
+/** The exception by which this library reports failures. */
 #pragma once
 
 #include <stdexcept>
@@ -8,18 +7,18 @@
 namespace qortv {
 
 /**
- * Thrown by every function of this library that cannot do what it was asked. `what()` is one line
- * that names the thing at fault and needs no prefix.
+ * Thrown by every function of this library that fails. `what()` is one line that names the cause
+ * and can be shown to users as it is.
  */
 class Error : public std::runtime_error {
   public:
     enum class Kind {
-        kNoService,  ///< nobody is registered under the name, also not after waiting
-        kLost,       ///< the service went away during the call; connect again
-        kTransport,  ///< the call could not be made or was refused, the service lives
-        kRefused,    ///< the television answered the call with a negative code
-        kSystem,     ///< the operating system refused something: memory, descriptors
-        kArgument,   ///< the caller's mistake
+        kNoService,  ///< no service was registered under the name before the timeout
+        kLost,       ///< the service died during the call; connect again
+        kTransport,  ///< the call did not go through, or its answer is malformed; the service runs
+        kRefused,    ///< the television returned a failure code or does not accept the request
+        kSystem,     ///< the operating system is out of memory or file descriptors
+        kArgument,   ///< the caller passed an invalid argument
     };
 
     Error(Kind kind, const std::string& message) : std::runtime_error(message), mKind(kind) {}

@@ -1,4 +1,4 @@
-/** What an application derives from to hear the television. */
+/** The base class of objects that receive the notifications of the television. */
 #pragma once
 
 #include <cstdint>
@@ -10,37 +10,38 @@
 
 namespace qortv {
 
-/** The reply to queryAndroid(); an attribute of -1 declines. */
+/** The answer to queryAndroid(). By default it declines the query. */
 struct AndroidAnswer {
-    int32_t attribute = -1;
-    /** Goes to the middleware unbounded: never more than the query allows. */
+    int32_t attribute = -1;  ///< -1 declines
+    /** Must not be longer than the query allows: nobody checks its length on the way. */
     std::vector<uint8_t> data;
 };
 
-/** The reply to isMheg5MimeTypeSupported(); a result of -1 declines. */
+/** The answer to isMheg5MimeTypeSupported(). By default it declines the question. */
 struct MimeTypeAnswer {
     bool supported = false;
-    int32_t result = -1;
+    int32_t result = -1;  ///< -1 declines
 };
 
 /**
- * One method for each notification. To hear one thing, override its method; to hear everything,
- * override onNotification(), which every method that is not overridden calls. Hand the listener to
- * a Subscription.
+ * Has one method for each notification. To receive one kind of notification, override its method;
+ * to receive all, override onNotification(), which the methods call that are not overridden. A
+ * Subscription registers the listener with the television.
  *
  *     struct : qortv::Listener {
  *         void notifyDateTime(int32_t, uint64_t, uint64_t now) override { show(now); }
  *     } clock;
  *     qortv::Subscription subscription(clock);
  *
- * Methods are called by threads of the runtime, never two at a time for one subscription. The
- * television waits for each to return, and with it every other application: return soon. A listener
- * may make calls to the service, but must neither make nor destroy a subscription in a method: both
- * wait for it. An exception that leaves a notification method is reported to the service as a
- * failed call and goes no further; onConnected() and onDisconnected() must not throw.
+ * Methods are called by threads of the runtime, never two at a time for one subscription. A method
+ * must return soon: the television waits for it, and all other applications wait for the
+ * television. A listener may make calls to the service, but must neither create nor destroy a
+ * subscription in a method: both would wait for the method itself. An exception that leaves a
+ * notification method is reported to the service as a failed call and goes no further;
+ * onConnected() and onDisconnected() must not throw.
  *
- * Names and arguments are those of IQorTvApiCallback.hal; what codes, tags and arguments mean is
- * the middleware's. Arguments that are references are valid during the call.
+ * Names and arguments are those of IQorTvApiCallback.hal. The headers of platform/middleware
+ * explain the codes and arguments. Arguments passed by reference are valid during the call.
  */
 class Listener {
   public:
@@ -52,13 +53,13 @@ class Listener {
 
     virtual ~Listener() = default;
 
-    /** Every notification whose own method is not overridden. Does nothing. */
+    /** Receives every notification whose own method is not overridden. Does nothing by default. */
     virtual void onNotification(const Notification& notification);
 
-    /** The service was lost; the subscription looks for it. Does nothing. */
+    /** The service died; the subscription tries to reconnect. Does nothing by default. */
     virtual void onDisconnected();
 
-    /** The service is back and this listener registered with it again. Does nothing. */
+    /** The service is back, and this listener is registered with it. Does nothing by default. */
     virtual void onConnected();
 
     virtual void notifySvctxListener(uint32_t svctx, uint16_t condition, uint16_t code,

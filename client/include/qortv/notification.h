@@ -1,4 +1,4 @@
-/** A notification of the television as data: its name and its arguments, for logs and tools. */
+/** A notification of the television as data: its method and arguments, for logs and tools. */
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct Notification {
     using Texts = std::vector<std::string>;
     using Value = std::variant<bool, int64_t, uint64_t, std::string, Bytes, Texts>;
 
-    /** One argument, under its name in the interface. */
+    /** An argument with its name in the interface. */
     struct Field {
         template <typename T, typename = std::enable_if_t<std::is_integral_v<T>>>
         Field(const char* fieldName, T number) : name(fieldName) {
@@ -35,12 +35,14 @@ struct Notification {
         Value value;
     };
 
-    const char* method;         ///< such as "notifyScan"; lives as long as the program
+    const char* method;         ///< such as "notifyScan"; a string literal
     std::vector<Field> fields;  ///< in the order of the interface
 };
 
-/** `notifyScan code=1 tag=7 …`: one line; texts quoted with control characters escaped, bytes in
- * hex. */
+/**
+ * Returns the notification as one line, such as `notifyScan code=1 tag=7`. Texts are in quotes with
+ * control characters escaped, bytes in hexadecimal between angle brackets.
+ */
 std::string toString(const Notification& notification);
 
 }  // namespace qortv

@@ -1,4 +1,4 @@
-/** Recording a channel, from now until it is stopped. */
+/** Records a channel immediately. */
 #pragma once
 
 #include <chrono>
@@ -14,37 +14,36 @@
 namespace qortv {
 
 /**
- * A recorder of the television, for one recording at a time: opened by the constructor, closed by
- * the destructor, which ends what it still records. What was recorded is kept.
+ * A recorder of the television, which makes one recording at a time. The constructor opens it. The
+ * destructor closes it, which ends a running recording; what was recorded is kept.
  *
  *     qortv::Recorder recorder(qortv::connect<qortv::Recorder::Interface>());
  *     recorder.select(channel);
  *     recorder.start();
- *     …
+ *     ...
  *     recorder.stop();
  *     std::cout << recorder.path() << '\n';
  *
- * A television has few recorders and one tuner for them: recordings that run at the same time are
- * of channels of one multiplex. A recorder whose process is killed stays open until the television
- * is switched off, or somebody takes it over while it records: see running().
+ * A television has few recorders and one tuner for all of them: channels that are recorded at the
+ * same time must be of one multiplex. When the process of a recorder is killed, the recorder stays
+ * open until the television is switched off, or until running() takes it over while it records.
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused when the television answers with a negative code.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and kRefused.
  */
 class Recorder {
   public:
     using Interface = vendor::corvanta::tv::qortvapi::V1_0::IQorTvApiRecord;
 
     /**
-     * Opens a recorder that will record the channel that is on when it starts.
+     * Opens a recorder for the channel that is current when start() is called.
      *
      * @param proxy the interface, from connect<Recorder::Interface>()
      */
     explicit Recorder(android::sp<Interface> proxy);
 
     /**
-     * Takes the recorder over whose recording runs, whoever started it, also a schedule; of several
-     * the one that began last. Nothing when none records.
+     * Takes over a recorder that is recording, whichever application or schedule started it; of
+     * several the one that started last. Returns nullptr when no recorder is recording.
      */
     static std::unique_ptr<Recorder> running(const android::sp<Interface>& proxy);
 
@@ -52,37 +51,41 @@ class Recorder {
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    /** What the events of a RecordingListener call it. */
+    /** Returns the id by which the events of a RecordingListener identify it. */
     uint32_t id() const { return mId; }
 
-    /** Records this channel instead, whatever is on. Not while it records. */
+    /** Selects a channel to record instead of the current one. Not possible while recording. */
     void select(uint32_t channelId);
 
     /**
-     * Ends the recording by itself when it is so long, also without this process.
+     * Sets the length after which the television ends the recording by itself, even if this process
+     * has ended.
      *
-     * @param length rounded up to whole seconds; 0: no end
-     * @throws Error also kArgument for a length that is negative or beyond 68 years
+     * @param length rounded up to whole seconds; 0: not limited
+     * @throws Error also kArgument for a length that is negative or above 68 years
      */
     void setLength(std::chrono::milliseconds length);
 
     /**
-     * @throws Error kRefused tells why: error() for programs, what() for people
+     * Starts the recording.
+     *
+     * @throws Error kRefused with the reason as its message; programs read the reason with error()
      */
     void start();
 
-    /** Returns when the file is complete. Does nothing when the recording has ended already. */
+    /** Ends the recording and returns when the file is complete. Does nothing when no recording
+     * runs. */
     void stop();
 
     RecordingState state();
 
-    /** Why the last recording failed. */
+    /** Returns why the last recording failed. */
     RecordingError error();
 
-    /** How much is recorded. */
+    /** Returns the length that is recorded so far. */
     std::chrono::seconds length();
 
-    /** Full path of the file on the television; empty before the first start. */
+    /** Returns the full path of the file on the television; empty before the first start. */
     std::string path();
 
   private:

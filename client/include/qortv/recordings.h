@@ -1,4 +1,4 @@
-/** The recordings on the television's disk. */
+/** The recordings on the disk of the television. */
 #pragma once
 
 #include <chrono>
@@ -14,35 +14,33 @@
 
 namespace qortv {
 
-/** One recording. Texts are valid UTF-8; of a file that came from elsewhere most of them are empty.
- */
+/** A recording. Texts are valid UTF-8. Most are empty if the television did not record the file. */
 struct Recording {
-    std::string path;    ///< on the television: what tells it from the others
-    uint32_t index = 0;  ///< its place in the list, which changes with the recordings before it
+    std::string path;    ///< of the file on the television; identifies the recording
+    uint32_t index = 0;  ///< position in the list; changes when others are added or removed
     uint32_t channelId = 0;
     int32_t channelNumber = 0;
     std::string channel;  ///< name of the channel
     std::string program;  ///< title of the programme
     int64_t start = 0;    ///< seconds since 1970-01-01 00:00 UTC
-    std::string date;     ///< of the start, local: "2026-11-21"
-    std::string time;     ///< "20:15:00"
-    std::string weekDay;  ///< "Sat"
+    std::string date;     ///< local date of the start, such as "2026-11-21"
+    std::string time;     ///< local time of the start, such as "20:15:00"
+    std::string weekDay;  ///< such as "Sat"
     std::chrono::seconds duration{0};
     uint64_t bytes = 0;
     int32_t minimumAge = 0;                     ///< 0: not rated
-    int32_t retentionDays = 0;                  ///< how long it is kept; 0: for ever
-    bool recording = false;                     ///< it is being made; duration and size still grow
-    RecordingEnd end = RecordingEnd::kUnknown;  ///< why it ended, when it has
+    int32_t retentionDays = 0;                  ///< how long it is kept; 0: not limited
+    bool recording = false;                     ///< still running: duration and size grow
+    RecordingEnd end = RecordingEnd::kUnknown;  ///< why it ended; of no meaning while it runs
 };
 
 /**
- * The browser of recordings, which shows those of every application and schedule.
+ * The list of all recordings, whichever application or schedule made them.
  *
  *     qortv::Recordings recordings(qortv::connect<qortv::Recordings::Interface>());
  *     for (const auto& recording : recordings.list()) std::cout << recording.path << '\n';
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused when the television answers with a negative code.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and kRefused.
  */
 class Recordings {
   public:
@@ -51,18 +49,20 @@ class Recordings {
     /** @param proxy the interface, from connect<Recordings::Interface>() */
     explicit Recordings(android::sp<Interface> proxy);
 
-    /** All of them, by start time. */
+    /** Returns all recordings, by start time. */
     std::vector<Recording> list();
 
-    /** The recording with this path, its index left 0; nothing when there is none. */
+    /** Returns the recording with this path, without its index. Returns nothing if there is none.
+     */
     std::optional<Recording> find(const std::string& path);
 
     /**
-     * Deletes the file. The television deletes by place in the list: this looks first that the
-     * recording still is in its place, and does not see a change between the two calls.
+     * Deletes the file. The television deletes by position in the list. This method first checks
+     * that the recording is still at its position, but cannot detect a change between the check and
+     * the deletion.
      *
-     * @param recording as list() answered it
-     * @throws Error kRefused also when it is being made, and when the list has changed
+     * @param recording an element of the result of list()
+     * @throws Error kRefused also while it is being recorded, and when the list has changed
      */
     void remove(const Recording& recording);
 

@@ -1,4 +1,4 @@
-/** The channel scan: starting it, calling it off, and hearing how it goes. */
+/** The channel scan: starts and cancels it, and reports its progress. */
 #pragma once
 
 #include <cstdint>
@@ -12,73 +12,74 @@
 
 namespace qortv {
 
-/** A scan begins. */
+/** A scan has started. */
 struct ScanStarted {
-    Medium medium = Medium::kUnknown;  ///< kUnknown: all of them
-    uint32_t multiplexes = 0;          ///< that it will look at
+    Medium medium = Medium::kUnknown;  ///< kUnknown: all media
+    uint32_t multiplexes = 0;          ///< number of multiplexes that it will search
 };
 
-/** A multiplex was looked at. The counts are those of the whole scan so far. */
+/** A multiplex was searched. The numbers of channels are those of the whole scan so far. */
 struct ScanProgress {
-    uint32_t percent = 0;  ///< 100 after the last multiplex only
-    uint32_t television = 0;
-    uint32_t radio = 0;
-    uint32_t frequencyKhz = 0;  ///< 0 where nothing of the medium was found
+    uint32_t percent = 0;       ///< 100 only after the last multiplex
+    uint32_t television = 0;    ///< television channels
+    uint32_t radio = 0;         ///< radio channels
+    uint32_t frequencyKhz = 0;  ///< of the multiplex; 0 if it has no services of the medium
 };
 
-/** The scan is over and the channel lists have changed. */
+/** The scan has ended and the channel lists have changed. */
 struct ScanCompleted {
-    uint32_t services = 0;  ///< of any kind, so maybe more than television and radio
-    uint32_t television = 0;
-    uint32_t radio = 0;
+    uint32_t services = 0;    ///< all services, including those that are neither of the next two
+    uint32_t television = 0;  ///< television channels
+    uint32_t radio = 0;       ///< radio channels
     uint32_t multiplexes = 0;
 };
 
-/** The scan was called off; the channel lists are as they were. */
+/** The scan was cancelled; the channel lists have not changed. */
 struct ScanCancelled {
-    uint32_t percent = 0;  ///< how far it had come
+    uint32_t percent = 0;  ///< progress of the scan when it ended
 };
 
-/** The scan could not be done; the channel lists are as they were. */
+/** The scan failed; the channel lists have not changed. */
 struct ScanFailed {
-    int32_t code = 0;  ///< the television's, negative
+    int32_t code = 0;  ///< result code of the television, negative
 };
 
-/** Each scan tells ScanStarted first, and one of the last three at its end. */
+/** Each scan begins with ScanStarted and ends with one of the last three. */
 using ScanEvent = std::variant<ScanStarted, ScanProgress, ScanCompleted, ScanCancelled, ScanFailed>;
 
-/** "started", "progress", "completed", "cancelled" or "failed". */
+/** Returns "started", "progress", "completed", "cancelled" or "failed". */
 const char* name(const ScanEvent& event);
 
-/** Whether the scan is over with this event, and the next one may be started. */
+/** Returns whether the scan ends with this event, so that the next one may be started. */
 bool isEnd(const ScanEvent& event);
 
 /**
- * A listener that hears scans as events, whichever application started them. Codes of scans that
- * this library does not know, and all other notifications, reach onNotification().
+ * A listener that receives the notifications of scans as events, whichever application started the
+ * scan. Codes of scans that this library does not know, and all other notifications, reach
+ * onNotification().
  */
 class ScanListener : public Listener {
   public:
-    /** On a thread of the runtime, as the methods of Listener are: return soon. */
+    /** Called on a thread of the runtime, like the methods of Listener: must return soon. */
     virtual void onScanEvent(const ScanEvent& event) = 0;
 
     void notifyScan(int32_t code, uint64_t tag, uint64_t arg1, uint64_t arg2, uint64_t arg3,
                     uint64_t arg4) override;
 };
 
-/** What to scan, and what becomes of what is there. */
+/** What to scan, and what to keep of the present channels. */
 struct ScanRequest {
-    Medium medium = Medium::kUnknown;  ///< kUnknown: all of them
-    /** Only adds and refreshes. Otherwise services that are no longer broadcast are left out. */
+    Medium medium = Medium::kUnknown;  ///< kUnknown: all media
+    /** Only adds and refreshes channels. Otherwise channels that were not found are removed. */
     bool update = false;
-    /** Also forgets what viewers made of the medium's channels: names, numbers, favourites. No
-     * effect on an update. */
+    /** Also resets what viewers changed in the channels of the medium: names, numbers, favourites.
+     * Has no effect with `update`. */
     bool clear = false;
 };
 
 /**
- * Starts scans and calls them off. There is one scan at a time for all applications; what becomes
- * of it is heard by a ScanListener whose Subscription was made before.
+ * Starts and cancels scans. One scan at a time runs for all applications. Its events are received
+ * by a ScanListener whose Subscription was made before.
  *
  *     qortv::Subscription subscription(listener);
  *     qortv::Scanner scanner(qortv::connect<qortv::Scanner::Interface>());
@@ -94,21 +95,22 @@ class Scanner {
     explicit Scanner(android::sp<Interface> proxy);
 
     /**
-     * Starts a scan and returns at once.
+     * Starts a scan and returns immediately.
      *
-     * @throws Error also kRefused, while a scan runs (its message says so) or without a source
+     * @throws Error also kRefused, for example while a scan runs or when the television has no
+     *     streams; the message says so
      */
     void start(const ScanRequest& request = {});
 
     /**
-     * Calls the scan off, whoever started it; ScanCancelled tells when it has ended.
+     * Cancels the scan, whichever application started it. ScanCancelled follows when it has ended.
      *
-     * @return false when it is too late or no scan runs: the lists are being changed, or it is over
+     * @return false when no scan runs, or when it is changing the channel lists already
      * @throws Error also kRefused
      */
     bool cancel();
 
-    /** Whether a scan runs. */
+    /** Returns whether a scan runs. */
     bool active();
 
   private:

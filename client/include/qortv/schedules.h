@@ -1,4 +1,4 @@
-/** Recordings that the television will make by itself. */
+/** Recordings and reminders that the television carries out by itself at a set time. */
 #pragma once
 
 #include <chrono>
@@ -14,26 +14,26 @@
 namespace qortv {
 
 struct Schedule {
-    /** Every 24 hours, or every seven days. */
+    /** Daily is every 24 hours, weekly every seven days. */
     enum class Repeat { kOnce, kDaily, kWeekly };
 
-    uint32_t id = 0;  ///< the television's; 0 in one that is to be added
+    uint32_t id = 0;  ///< set by the television; ignored by Schedules::add()
     uint32_t channelId = 0;
-    int64_t start = 0;  ///< seconds since 1970-01-01 00:00 UTC, by the television's clock
-    std::chrono::seconds duration{0};  ///< from a second to a week
+    int64_t start = 0;  ///< seconds since 1970-01-01 00:00 UTC, by the clock of the television
+    std::chrono::seconds duration{0};  ///< from one second to one week
     Repeat repeat = Repeat::kOnce;
-    bool reminder = false;  ///< told when it begins, and not recorded
-    std::string title;      ///< UTF-8, at most 127 bytes; empty: as the guide tells it
+    bool reminder = false;  ///< only notifies listeners at the start, records nothing
+    std::string title;      ///< UTF-8, at most 127 bytes; empty: taken from the guide
     ScheduleState state = ScheduleState::kWaiting;
 };
 
-/** "once", "daily" or "weekly". */
+/** Returns "once", "daily" or "weekly". */
 const char* name(Schedule::Repeat repeat);
 
 /**
- * The schedules of all applications. They outlive this process and the television's restarts; one
- * that is over stays in the list until it is removed or room is needed. A RecordingListener hears
- * of them.
+ * The schedules of all applications. They are stored by the television, also across its restarts.
+ * One that has ended stays in the list until it is removed or its place is needed. A
+ * RecordingListener receives their events.
  *
  *     qortv::Schedules schedules(qortv::connect<qortv::Schedules::Interface>());
  *     qortv::Schedule schedule;
@@ -42,8 +42,7 @@ const char* name(Schedule::Repeat repeat);
  *     schedule.duration = std::chrono::minutes(90);
  *     const uint32_t id = schedules.add(schedule).id;
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused when the television answers with a negative code.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and kRefused.
  */
 class Schedules {
   public:
@@ -52,21 +51,21 @@ class Schedules {
     /** @param proxy the interface, from connect<Schedules::Interface>() */
     explicit Schedules(android::sp<Interface> proxy);
 
-    /** All of them, in the order they were added. */
+    /** Returns all schedules in the order in which they were added. */
     std::vector<Schedule> list();
 
     /**
-     * Adds one; answers it as the television keeps it.
+     * Adds a schedule and returns it as the television stored it, with its id.
      *
      * @throws Error also kArgument for a title that is too long
      */
     Schedule add(const Schedule& schedule);
 
-    /** Whether a schedule and what is recorded or scheduled already are in each other's way: they
-     * overlap, and are of different multiplexes. */
+    /** Returns whether the schedule overlaps with a running recording or a schedule whose channel
+     * is of another multiplex, so that the tuner cannot record both. */
     bool conflicts(const Schedule& schedule);
 
-    /** Removes one; the recording that it is making ends, and is kept. */
+    /** Removes a schedule. Its recording, if one is running, ends and is kept. */
     void remove(uint32_t id);
 
   private:

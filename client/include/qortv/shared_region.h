@@ -1,4 +1,4 @@
-/** Memory that an application lends to the service, which writes records straight into it. */
+/** Memory that an application shares with the service, which writes records directly into it. */
 #pragma once
 
 #include <cstddef>
@@ -9,35 +9,37 @@
 namespace qortv {
 
 /**
- * An anonymous memory file, mapped here and handed to the service as a handle. It is sealed:
- * nobody, the service included, can shrink it under our mapping. A memory file made without this
- * class is sealed against shrinking by the service, if it allows sealing: after the first read it
- * cannot be truncated. Reuse one region for many reads; it is one reader's: use it from one thread
- * at a time.
+ * An anonymous memory file that is mapped into this process and passed to the service as a handle.
+ * Its size is sealed: nobody, not even the service, can shrink it while it is mapped. Not
+ * thread-safe. Reuse a region for many reads.
+ *
+ * Memory files made without this class work too. The service seals them against shrinking, if they
+ * allow it: after the first read they cannot be truncated.
  */
 class SharedRegion {
   public:
-    /** A region of `bytes` bytes; 0 makes an empty one that reserve() fills later. */
+    /** Makes a region of `bytes` bytes. With 0 it has no memory before reserve() is called. */
     explicit SharedRegion(size_t bytes = 0);
     ~SharedRegion();
     SharedRegion(const SharedRegion&) = delete;
     SharedRegion& operator=(const SharedRegion&) = delete;
 
     /**
-     * Makes the region at least `bytes` long. A region that is long enough stays as it is; another
-     * is replaced by a new one filled with zeros, so views and handles taken before end here.
+     * Makes the region at least `bytes` long. A region that is long enough is not changed. A
+     * shorter one is replaced by new memory, filled with zeros; its views and handles become
+     * invalid.
      *
-     * @throws Error kSystem when memory or descriptors run out; the old region is kept then
+     * @throws Error kSystem when memory or file descriptors run out; the region is not changed then
      */
     void reserve(size_t bytes);
 
-    /** Length in bytes. */
+    /** Returns the length in bytes. */
     size_t size() const { return mSize; }
 
-    /** The region as an argument of a call. Borrowed: valid until reserve() or the destructor. */
+    /** Returns the region as an argument for calls, valid until reserve() or the destructor. */
     android::hardware::hidl_handle handle() const;
 
-    /** A view of records lying back to back. */
+    /** A view of consecutive records. */
     template <typename Record>
     class Records {
       public:
@@ -53,10 +55,10 @@ class SharedRegion {
     };
 
     /**
-     * The first `count` records. The service may still write to them until its call has returned;
-     * valid until reserve() or the destructor.
+     * Returns the first `count` records, valid until reserve() or the destructor. The service may
+     * write to them until the call with the handle has returned.
      *
-     * @throws Error kArgument when the region is shorter than that
+     * @throws Error kArgument when the region is too short
      */
     template <typename Record>
     Records<Record> records(size_t count) const {

@@ -10,14 +10,13 @@
 namespace qortv {
 
 /**
- * While it lives, the listener hears every notification. When the service dies the subscription
- * tells the listener, waits for the service with growing pauses (50 ms to 2 s) and registers again;
- * what the television said in between is lost.
+ * As long as it exists, its listener receives every notification. When the service dies, the
+ * subscription notifies the listener, looks for the service with growing pauses (50 ms to 2 s) and
+ * registers the listener again. Notifications of the time in between are lost.
  *
- * The service knows no way to forget a callback before the death of its process. So the last
- * notification ends here, not there: after the destructor the listener is never called again,
- * while the service goes on sending to this process until it ends. Make one subscription and keep
- * it, rather than many short ones.
+ * The service removes a callback only when the process of the callback dies. Therefore the
+ * destructor ends the calls of the listener, but the service goes on sending notifications to this
+ * process. Create one subscription and keep it, rather than many short-lived ones.
  */
 class Subscription {
   public:
@@ -29,13 +28,13 @@ class Subscription {
      */
     explicit Subscription(Listener& listener, std::chrono::milliseconds timeout = kConnectTimeout);
 
-    /** Waits for a call of the listener that is running. Not to be called from the listener. */
+    /** Waits for a call of the listener that is running. Must not be called by the listener. */
     ~Subscription();
 
     Subscription(const Subscription&) = delete;
     Subscription& operator=(const Subscription&) = delete;
 
-    /** Whether the listener is registered with a living service. Any thread. */
+    /** Returns whether the listener is registered with a running service. Any thread. */
     bool connected() const;
 
   private:

@@ -1,4 +1,4 @@
-/** Tuning to channels, and hearing whether they come in. */
+/** Tunes to channels and reports whether they are received. */
 #pragma once
 
 #include <cstdint>
@@ -11,40 +11,41 @@
 
 namespace qortv {
 
-/** What the tuner is doing. */
+/** State of the tuner. */
 enum class Tuning {
-    kIdle,  ///< nothing is selected
-    kSearching,
-    kLocked,  ///< the channel comes in
+    kIdle,       ///< no channel is selected
+    kSearching,  ///< the tuner tries to lock
+    kLocked,     ///< the channel is received
     kFailed
 };
 
 /** Why tuning failed. */
 enum class TuningError {
     kNone,
-    kNoSignal,   ///< the multiplex does not come in
-    kNoService,  ///< it does, but has no streams of the channel
+    kNoSignal,   ///< the multiplex is not received
+    kNoService,  ///< the multiplex is received, but has no streams of the channel
     kOther
 };
 
-/** The tuner's state changed: kSearching, then kLocked or kFailed. */
+/** The state of a tuner changed: to kSearching, then to kLocked or kFailed. */
 struct TuningEvent {
     Tuning tuning = Tuning::kIdle;
     TuningError error = TuningError::kNone;
     uint32_t channelId = 0;
-    bool mainWindow = true;  ///< else the sub window
+    bool mainWindow = true;  ///< false: the sub window
 };
 
-/** "idle", "searching", "locked" or "failed". */
+/** Returns "idle", "searching", "locked" or "failed". */
 const char* name(Tuning tuning);
 
-/** "none", "no signal", "no service" or "unknown error". */
+/** Returns "none", "no signal", "no service" or "unknown error". */
 const char* name(TuningError error);
 
-/** A listener that hears the tuner. All other notifications reach onNotification(). */
+/** A listener that receives the notifications of the tuner as events. All others reach
+ * onNotification(). */
 class TuningListener : public Listener {
   public:
-    /** On a thread of the runtime, as the methods of Listener are: return soon. */
+    /** Called on a thread of the runtime, like the methods of Listener: must return soon. */
     virtual void onTuningEvent(const TuningEvent& event) = 0;
 
     void notifyBroadcast(int32_t code, uint64_t tag, uint64_t arg1, uint64_t arg2, uint64_t arg3,
@@ -52,11 +53,11 @@ class TuningListener : public Listener {
 };
 
 /**
- * The tuner of the main window, which all applications share. Requests only ask: what becomes of
- * them is heard by a TuningListener whose Subscription was made before, or read from state().
+ * The tuner of the main window, which all applications share. Requests return before the channel is
+ * received. The outcome is received by a TuningListener whose Subscription was made before, or read
+ * with state().
  *
- * Methods may be called by several threads at once. All throw Error kLost and kTransport, and
- * kRefused for a negative answer.
+ * Methods may be called by several threads at once. All throw Error kLost, kTransport and kRefused.
  */
 class Tuner {
   public:
@@ -65,18 +66,19 @@ class Tuner {
     /** @param proxy the interface, from connect<Tuner::Interface>() */
     explicit Tuner(android::sp<Interface> proxy);
 
-    /** Tunes to a channel, anew when it is the current one: there is always a TuningEvent. */
+    /** Tunes to a channel, again if it is the current one. Always causes a TuningEvent. */
     void tune(uint32_t channelId);
 
-    /** To the channel with the next number, around the end, as the keys of a remote control do. */
+    /** Tune to the channel with the next higher or lower number, like the keys of a remote control;
+     * the first channel follows the last. */
     void up();
     void down();
 
     Tuning state();
 
-    /** Strength of the signal in per cent; nothing while no channel is selected. */
+    /** Returns the strength of the signal in per cent, or nothing while no channel is selected. */
     std::optional<int> signalLevel();
-    /** How undamaged the signal is, in per cent; nothing while no channel is selected. */
+    /** Returns the quality of the signal in per cent, or nothing while no channel is selected. */
     std::optional<int> signalQuality();
 
   private:

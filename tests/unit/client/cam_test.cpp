@@ -13,7 +13,7 @@
 #include "middleware/ci.h"
 #include "middleware/result_codes.h"
 #include "relay.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 #include "utf16.h"
 
 namespace qortv {
@@ -96,7 +96,7 @@ class ClientCam : public testing::Test {
             ADD_FAILURE() << "not refused: " << what;
         } catch (const Error& error) {
             EXPECT_EQ(error.kind(), Error::Kind::kRefused);
-            EXPECT_EQ(error.what(), "the television refused to " + what + " (code -2)");
+            EXPECT_EQ(error.what(), "the television refused to " + what + ": not found (code -2)");
         }
     }
 

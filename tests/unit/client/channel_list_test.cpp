@@ -13,7 +13,7 @@
 
 #include "QorTvApiChannelListImpl.h"
 #include "middleware/channellist.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 
 namespace qortv {
 namespace {
@@ -222,7 +222,8 @@ TEST_F(ClientChannelList, SelectsByChannelId) {
         FAIL() << "a channel that does not exist was selected";
     } catch (const Error& error) {
         EXPECT_EQ(error.kind(), Error::Kind::kRefused);
-        EXPECT_STREQ(error.what(), "the television refused to select channel id 99 (code -5)");
+        EXPECT_STREQ(error.what(),
+                     "the television refused to select channel id 99: busy (code -5)");
     }
 }
 

@@ -14,7 +14,7 @@
 #include "QorTvApiConfigImpl.h"
 #include "middleware/config.h"
 #include "middleware/result_codes.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 
 namespace qortv {
 namespace {

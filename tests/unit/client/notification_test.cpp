@@ -1,4 +1,4 @@
-// Notifications as text.
+// toString() of a notification.
 #include "qortv/notification.h"
 
 #include <gtest/gtest.h>

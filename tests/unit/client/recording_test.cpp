@@ -15,7 +15,7 @@
 #include "qortv/recorder.h"
 #include "qortv/recordings.h"
 #include "qortv/schedules.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 
 namespace qortv {
 namespace {

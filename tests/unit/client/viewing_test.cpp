@@ -21,7 +21,7 @@
 #include "qortv/guide.h"
 #include "qortv/scan.h"
 #include "qortv/tuner.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 
 namespace qortv {
 namespace {
@@ -180,7 +180,7 @@ TEST(ClientTuner, TunesAnewAndReadsTheSignal) {
     EXPECT_EQ(keys, (std::vector<uint32_t>{BROADCAST_KEY_CHANNEL_UP, BROADCAST_KEY_CHANNEL_DOWN}));
     answer = TV_NOT_FOUND;
     EXPECT_EQ(refusal([&] { tuner.tune(9); }),
-              "the television refused to tune to channel id 9 (code -2)");
+              "the television refused to tune to channel id 9: not found (code -2)");
     EXPECT_EQ(refusal([&] { tuner.up(); }),
               "the television refused to go one channel up: there is no channel (code -2)");
 
@@ -296,7 +296,7 @@ TEST_F(ClientGuide, ListsEventsAndSkipsOneThatIsGoneMeanwhile) {
     EXPECT_EQ(from, 10);
     EXPECT_EQ(to, 20);
     EXPECT_EQ(refusal([&] { mGuide.schedule(8, 10, 20); }),
-              "the television refused to list the events of channel id 8 (code -2)");
+              "the television refused to list the events of channel id 8: not found (code -2)");
 }
 
 TEST_F(ClientGuide, DetailsLeaveEmptyWhatThereIsNot) {
@@ -368,7 +368,7 @@ TEST(ClientClock, TellsAllOfIt) {
     EXPECT_EQ(local.weekday, 6);
     EXPECT_TRUE(local.summer);
     EXPECT_EQ(refusal([&] { clock.local(-1); }),
-              "the television refused to tell the local time of -1 (code -1)");
+              "the television refused to tell the local time of -1: invalid argument (code -1)");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "answers.h"
+#include "result.h"
 
 #include "middleware/result_codes.h"
 
@@ -21,9 +21,10 @@ std::string meaningOf(int32_t code) {
     }
 }
 
-void throwBadImage(size_t bytes, size_t expected) {
-    throw Error(Error::Kind::kTransport, "the service sent a record of " + std::to_string(bytes) +
-                                                 " bytes instead of " + std::to_string(expected));
+void throwRefused(const std::string& what, int32_t code, const std::string& reason) {
+    std::string message = "the television refused to " + what;
+    if (!reason.empty()) message += ": " + reason;
+    throw Error(Error::Kind::kRefused, message + " (code " + std::to_string(code) + ")");
 }
 
 }  // namespace qortv

@@ -1,5 +1,4 @@
-/** The middleware's numbers of recordings and schedules as this library's; unknown ones become the
- * nearest thing there is to say. */
+/** Conversion of the middleware's numbers for states of recordings and schedules. */
 #pragma once
 
 #include <cstdint>
@@ -8,9 +7,16 @@
 
 namespace qortv {
 
+/** Returns kIdle for an unknown number. */
 RecordingState recordingState(int64_t number);
+
+/** Returns kWrite for an unknown number. */
 RecordingError recordingError(int64_t number);
+
+/** Returns kUnknown for an unknown number. */
 RecordingEnd recordingEnd(int64_t number);
+
+/** Returns kFailed for an unknown number. */
 ScheduleState scheduleState(int64_t number);
 
 }  // namespace qortv
