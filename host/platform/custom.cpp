@@ -2,7 +2,7 @@
 
 #include "custom/qortvapicustom.h"
 
-// $QORTV_DEBUG: the debug level of the service, 0 (no debug lines) where it is not set.
+// Returns $QORTV_DEBUG, the debug level of the service; 0 (no debug lines) if it is not set.
 uint32_t hh_init_debug_level() {
     const char* level = std::getenv("QORTV_DEBUG");
     return level == nullptr ? 0 : static_cast<uint32_t>(std::strtoul(level, nullptr, 0));

@@ -1,6 +1,6 @@
 /**
- * Where the log goes on Linux: to standard error, a line for each message. A program that links
- * this object has it before main; a program that does not keeps the log library's own way.
+ * Writes the log to standard error, one line for each message, from before main on. A program that
+ * does not link this object logs as the log library does by default.
  *
  * $QORTV_LOG is the lowest priority that is written: verbose, debug, info (the default), warn,
  * error.
@@ -39,9 +39,9 @@ iovec part(std::string_view text) {
     return {const_cast<char*>(text.data()), text.size()};
 }
 
-// One system call, so that the lines of all threads stay whole, with line feeds inside the message
-// written as "\n". No allocation and no lock: this also runs while the process is ended for an
-// error.
+// Writes one line by one system call, so that lines of several threads do not mix. Line feeds
+// inside the message are written as "\n". Allocates nothing and takes no lock, because it also runs
+// while the process is being aborted.
 void writeLine(const __android_logger_data* data, const char* message) {
     timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);
@@ -69,7 +69,7 @@ void writeLine(const __android_logger_data* data, const char* message) {
     }
     parts[count++] = part(text);
     parts[count++] = part("\n");
-    // What cannot be written to standard error can be reported nowhere else.
+    // There is no other place to report that standard error cannot be written.
     [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, parts, count);
 }
 

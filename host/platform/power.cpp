@@ -14,7 +14,9 @@
 namespace host {
 namespace {
 
-/** The length of `id`, or the negative errno of the write; nothing where there is no such file. */
+/** Returns the length of `id`, or the negative errno of the write; nothing if there is no such
+ * file.
+ */
 std::optional<int> writeToKernel(const std::string& file, const std::string& id) {
     const int fd = open(file.c_str(), O_WRONLY | O_CLOEXEC);
     if (fd < 0) return std::nullopt;
@@ -51,7 +53,8 @@ std::set<std::string> WakeLocks::held() const {
 }
 
 WakeLocks& systemWakeLocks() {
-    static WakeLocks& locks = *new WakeLocks("/sys/power");  // other threads may outlive main
+    static WakeLocks& locks =
+            *new WakeLocks("/sys/power");  // never destroyed: threads may outlive main
     return locks;
 }
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-std::mutex gPropertiesMutex;  // the table behind SetProperty has no lock
+std::mutex gPropertiesMutex;  // SetProperty has no lock of its own
 
 }  // namespace
 

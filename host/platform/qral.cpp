@@ -3,8 +3,7 @@
 #include <atomic>
 #include <cerrno>
 
-// A set with four HDMI ports that is capable of eARC: it is active on all of them once it is
-// enabled.
+// A set with four HDMI ports that supports eARC. When eARC is enabled it is active on all of them.
 
 namespace {
 

@@ -1,4 +1,4 @@
-// A map that many threads may use, each call by itself.
+// A map with a lock: any thread, each method is atomic.
 #pragma once
 
 #include <map>
@@ -14,18 +14,18 @@ class ConcurrentMap {
         std::lock_guard<std::mutex> lock(mMutex);
         mMap[std::move(key)] = std::move(value);
     }
-    // A copy of the value of `key`, or `defaultValue`.
+    // Returns a copy of the value of `key`, or `defaultValue`.
     V get(const K& key, V defaultValue) const {
         std::lock_guard<std::mutex> lock(mMutex);
         auto it = mMap.find(key);
         return it == mMap.end() ? std::move(defaultValue) : it->second;
     }
-    // Number of elements erased.
+    // Returns the number of elements erased.
     size_t erase(const K& key) {
         std::lock_guard<std::mutex> lock(mMutex);
         return mMap.erase(key);
     }
-    // Erases `key` if its value is `value`; number of elements erased.
+    // Erases `key` if its value is `value`. Returns the number of elements erased.
     size_t eraseIfEqual(const K& key, const V& value) {
         std::lock_guard<std::mutex> lock(mMutex);
         auto it = mMap.find(key);

@@ -1,7 +1,7 @@
-// What generated code does when an implementation broke its contract: throw. Included by force in
-// front of every generated source, because log/log.h defines LOG_ALWAYS_FATAL only where it is not
-// defined yet. The dispatcher catches, logs, and answers the caller with a failed transaction, so
-// that a request without an answer costs the client an error and the service nothing.
+// Makes generated code throw where an implementation broke its contract, instead of aborting the
+// process. The session catches the exception, logs it and replies EX_TRANSACTION_FAILED: one call
+// fails, the service goes on. The compiler includes this file in front of every generated source,
+// because log/log.h defines LOG_ALWAYS_FATAL only if it is not defined yet.
 #pragma once
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-// Between types and parcels, and between objects and binders.
+// Conversions between types and parcels, and between objects and binders.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@
 
 namespace android::hardware {
 
-// Carries a death on to the interface's recipient. Holds recipient and object weakly, because the
-// proxy itself keeps this object.
+// Passes a death notification of a binder on to the recipient of its interface. Holds recipient and
+// proxy weakly, because the proxy holds this object.
 struct hidl_binder_death_recipient : IBinder::DeathRecipient {
     hidl_binder_death_recipient(const sp<hidl_death_recipient>& recipient, uint64_t cookie,
                                 const sp<::android::hidl::base::V1_0::IBase>& base);
@@ -33,8 +33,8 @@ struct hidl_binder_death_recipient : IBinder::DeathRecipient {
 status_t readFromParcel(Status* status, const Parcel& parcel);
 status_t writeToParcel(const Status& status, Parcel* parcel);
 
-// The parts of embedded objects that lie outside them. Reading checks that sizes agree with the
-// buffers that arrived, and makes the objects point at those.
+// Read and write the parts of embedded objects that lie outside them. Reading checks that sizes
+// agree with the buffers that arrived, and makes the objects point at these.
 status_t readEmbeddedFromParcel(const hidl_string& string, const Parcel& parcel,
                                 size_t parentHandle, size_t parentOffset);
 status_t writeEmbeddedToParcel(const hidl_string& string, Parcel* parcel, size_t parentHandle,
@@ -48,20 +48,23 @@ status_t readEmbeddedFromParcel(const hidl_memory& memory, const Parcel& parcel,
 status_t writeEmbeddedToParcel(const hidl_memory& memory, Parcel* parcel, size_t parentHandle,
                                size_t parentOffset);
 
-// Access to the fields of objects that arrived in a parcel: what lies in them is the sender's,
-// until the readers above have put their own pointers and ownership there.
+// Access to the fields of objects that arrived in a parcel. They hold what the sender put there,
+// until the readers above overwrite the pointers and the ownership.
 struct ReceivedTypes {
-    // Bytes that the buffer of `vec` must have; false if no buffer can be that big.
+    // *size is the length in bytes that the buffer of `vec` must have. Returns false if it
+    // overflows.
     template <typename T>
     static bool bufferSize(const hidl_vec<T>& vec, size_t* size) {
         return !__builtin_mul_overflow(static_cast<size_t>(vec.mSize), sizeof(T), size);
     }
+    // Make the object point at what arrived, without ownership.
     template <typename T>
     static void point(const hidl_vec<T>& vec, const void* buffer) {
         auto& received = const_cast<hidl_vec<T>&>(vec);
         received.mBuffer = static_cast<T*>(const_cast<void*>(buffer));
         memset(&received.mOwnsBuffer, 0, sizeof(received.mOwnsBuffer));
     }
+    // The same for a string: its bytes and the NUL. It cannot overflow.
     static size_t bufferSize(const hidl_string& string) { return size_t{string.mSize} + 1; }
     static void point(const hidl_string& string, const void* buffer);
     static void point(const hidl_handle& handle, const native_handle_t* native);
@@ -88,12 +91,12 @@ status_t writeEmbeddedToParcel(const hidl_vec<T>& vec, Parcel* parcel, size_t pa
                                        parentOffset + hidl_vec<T>::kOffsetOfBuffer);
 }
 
-// The binder of an object: the remote one behind a proxy; for a local object its stub, one as long
-// as anybody refers to it. Null if the object's interface is unknown to the process.
+// Returns the binder of an object: of a proxy the remote one; of a local object its stub, always
+// the same as long as anybody refers to it. Null if no stub of the object's interface is known.
 sp<IBinder> getOrCreateCachedBinder(::android::hidl::base::V1_0::IBase* iface);
 
-// The object behind a binder: null for null, a new proxy for a remote binder, the object itself for
-// a local one. Null, and a log line, if a local object is not an IType.
+// Returns the object of a binder: null for null, a new proxy for a remote binder, the object itself
+// for a local one. Null, after a log line, if a local object is not an IType.
 template <typename IType, typename ProxyType, typename StubType>
 sp<IType> fromBinder(const sp<IBinder>& binder) {
     using ::android::hidl::base::V1_0::BnHwBase;

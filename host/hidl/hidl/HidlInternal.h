@@ -1,10 +1,8 @@
-// Small pieces that the type templates and the generated classes share.
+// Small helpers that the type templates and the generated classes share.
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
-#include <vector>
 
 namespace android::hardware::details {
 
@@ -14,11 +12,11 @@ struct bnhw_tag {};
 struct bphw_tag {};
 struct bs_tag {};
 
-// Logs `message` and aborts. Lets the templates do without liblog.
+// Logs `message` and aborts the process. Keeps liblog out of the templates.
 [[noreturn]] void logAlwaysFatal(const char* message);
 
-// A pointer that takes eight bytes whatever the width of the process's pointers, because it lies
-// inside objects that are sent as they are. Does not own what it points to.
+// A pointer that takes eight bytes whatever the width of the process's pointers, because it is part
+// of objects that are sent as they are in memory. Does not own what it points to.
 template <typename T>
 struct hidl_pointer {
     hidl_pointer() : mPadding(0) { mPointer = nullptr; }
@@ -48,8 +46,8 @@ struct hidl_pointer {
 };
 static_assert(sizeof(hidl_pointer<char>) == 8, "wrong size");
 
-// Base of every generated stub, proxy and wrapper: the place where a debuggable platform build
-// hangs recorders of calls. There are none here.
+// Base of every generated stub, proxy and wrapper. A debuggable build of the platform records calls
+// here; this runtime does not.
 struct HidlInstrumentor {
     HidlInstrumentor(const std::string& package, const std::string& interface);
     virtual ~HidlInstrumentor();

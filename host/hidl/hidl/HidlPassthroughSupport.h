@@ -1,4 +1,4 @@
-// Wrapping of local objects for passthrough use.
+// Wraps local objects for use without a transport ("passthrough").
 #pragma once
 
 #include <hidl/HidlSupport.h>
@@ -6,7 +6,8 @@
 
 namespace android::hardware::details {
 
-// The passthrough wrapper of a local object; proxies, wrappers and null come back as they are.
+// Returns the passthrough wrapper of a local object. Proxies, wrappers and null are returned as
+// they are.
 sp<::android::hidl::base::V1_0::IBase> wrapPassthroughInternal(
         sp<::android::hidl::base::V1_0::IBase> iface);
 

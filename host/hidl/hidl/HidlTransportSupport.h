@@ -1,5 +1,4 @@
-// The process's side of the transport: thread pool, scheduling of objects, casts between
-// interfaces.
+// The process's thread pool, settings for the calls of an object, and casts between interfaces.
 #pragma once
 
 #include <cstdint>
@@ -12,34 +11,36 @@
 
 namespace android::hardware {
 
-// Bounds the threads that serve calls to `maxThreads` (at least 1), the calling thread included if
-// callerWillJoin says that it is going to call joinRpcThreadpool. Threads are started as calls need
-// them. To be called before the first service is registered or the first callback is passed.
+// Limits the threads that serve calls to `maxThreads` (at least 1). callerWillJoin: the calling
+// thread is one of them, because it is going to call joinRpcThreadpool. Threads are started as
+// calls need them. To be called before the first service is registered or callback passed.
 void configureRpcThreadpool(size_t maxThreads, bool callerWillJoin);
 
 // Makes the calling thread serve calls; does not return.
 [[noreturn]] void joinRpcThreadpool();
 
-// Remembers a scheduling policy and priority for the object's stub. Here they are kept, not
-// applied. False for an object that has a stub already, or values that no thread can have.
+// Sets a scheduling policy and priority for the object's stub. This runtime keeps them without
+// applying them. Returns false for an object that has a stub already, or values that no thread can
+// have.
 bool setMinSchedulerPolicy(const sp<::android::hidl::base::V1_0::IBase>& service, int policy,
                            int priority);
 
-// Remembers that the object wants its callers' security identity. False for one that has a stub.
+// Notes that the object wants its callers' security identity. Returns false for an object that has
+// a stub already.
 bool setRequestingSid(const sp<::android::hidl::base::V1_0::IBase>& service, bool requesting);
 
-// Whether both are the same object, be it local or behind proxies of one remote object.
+// Whether both are the same local object, or proxies of the same remote object.
 bool interfacesEqual(const sp<::android::hidl::base::V1_0::IBase>& left,
                      const sp<::android::hidl::base::V1_0::IBase>& right);
 
 namespace details {
 
-// Process id that objects tell about themselves.
+// Returns the process id that getDebugInfo() tells.
 int32_t getPidIfSharable();
 
-// `parent` as an IChild, null if it is not one. Asks a remote object over the transport, so it can
-// fail as a call can. emitError: log a refused cast, and return the failed call's status instead of
-// null.
+// Returns `parent` as an IChild; null if it is none. Asks a remote object over the transport, so it
+// can fail as a call can. emitError: log a refused cast, and return the status of a failed call
+// instead of null.
 template <typename IChild, typename IParent, typename BpChild>
 Return<sp<IChild>> castInterface(sp<IParent> parent, const char* childIndicator, bool emitError) {
     if (parent == nullptr) return sp<IChild>();

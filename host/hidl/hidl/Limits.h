@@ -1,63 +1,65 @@
-// What the runtime allows a peer, and why.
+// The runtime's limits and time limits, and the reason for each.
 #pragma once
 
 #include <cstddef>
 
 namespace android::hardware::limits {
 
-// Bytes of one call or answer. As on a device, where it is what the driver maps for a process, so
-// that nothing that works here fails there.
+// Bytes of one call or reply. The binder driver of a device maps as many for a process: with the
+// same limit, what works here does not fail there.
 constexpr size_t kTransactionBytes = 1024 * 1024 - 8 * 1024;
 
-// Descriptors of one call or answer: what the kernel passes in one message (SCM_MAX_FD).
+// Descriptors of one call or reply: what the kernel passes in one message (SCM_MAX_FD).
 constexpr size_t kTransactionDescriptors = 253;
 
-// Connections between two processes. Each stands for a thread that waits for an answer at the same
-// time; further ones queue. Three times the threads of a busy application.
+// Connections between two processes. Each thread that waits for a reply needs one; further threads
+// wait for a connection. Three times the threads of a busy application.
 constexpr size_t kSessionConnections = 64;
 
-// Processes connected to a service. A television runs some dozens of applications; each costs three
-// descriptors, and the soft limit of descriptors is 1024.
+// Processes connected to a service. A television runs some dozens of applications; each takes three
+// descriptors of the service, and the usual limit of open descriptors is 1024.
 constexpr size_t kSessions = 256;
 
-// Connections that have not said yet which session they belong to. With so many, one that says
-// nothing goes, the oldest first; where all are about to speak, further ones wait in the socket's
-// queue.
+// Connections that have not sent their greeting yet. At this limit, the oldest that has been silent
+// for kSilenceMilliseconds is closed for the next one; if there is none, further connections wait
+// in the socket's queue.
 constexpr size_t kUnknownConnections = 64;
 
-// Milliseconds after which a connection that says nothing may go. They say at once what they are.
+// Milliseconds for which a connection may be silent before its greeting. Peers of the runtime send
+// it at once.
 constexpr int kSilenceMilliseconds = 100;
 
-// Objects that one process may hold of another: references leak slowly, and this stops them before
-// memory does.
+// Objects that one process may hold of another. A client that leaks references meets this limit
+// before memory is exhausted.
 constexpr size_t kSessionObjects = 16384;
 
-// Answers that carry the caller's own objects and that it has not confirmed: it does so at once.
-constexpr size_t kUnconfirmedAnswers = 1024;
+// Replies that carry the caller's own objects and that the caller has not confirmed. The runtime
+// confirms a reply as soon as it is read.
+constexpr size_t kUnconfirmedReplies = 1024;
 
-// Milliseconds for which a thread goes on reading from the connection that it has just answered on,
-// before the connection joins the waiting ones: longer than a caller needs for its next call, short
-// enough not to be missed by the others.
+// Milliseconds for which a thread goes on reading from the connection on which it has just replied,
+// before it gives the connection back to the epoll set: longer than a caller needs until its next
+// call, short enough for the thread to be free for other connections soon.
 constexpr int kLingerMilliseconds = 3;
 
-// Milliseconds after which half a message is given up when more of it comes. No thread waits for
-// the other half.
+// Milliseconds that half a message may be old when more of it comes; after that the session ends.
+// No thread waits for the other half.
 constexpr int kMessageMilliseconds = 5000;
 
-// Milliseconds after which a caller that waits for an answer says so, once a call: the peer may be
-// stopped, and hold up more than this caller.
-constexpr int kSlowAnswerMilliseconds = 5000;
+// Milliseconds after which a caller that waits for a reply logs that, once for each call: the peer
+// may be stopped, and delay more than this caller.
+constexpr int kSlowReplyMilliseconds = 5000;
 
-// Milliseconds for which a oneway call waits for a peer that does not read; it fails then.
+// Milliseconds for which a oneway call waits for a peer that does not read, before it fails.
 constexpr int kOnewayMilliseconds = 5000;
 
-// Milliseconds without accepting connections after the process ran out of descriptors.
+// Milliseconds for which no connections are accepted after the process ran out of descriptors.
 constexpr int kAcceptPauseMilliseconds = 100;
 
-// Milliseconds that a listing of services waits for each.
+// Milliseconds that a listing of services waits for each process.
 constexpr int kInquiryMilliseconds = 1000;
 
-// Most threads that configureRpcThreadpool gives.
+// Most threads that a process can configure its pool to have.
 constexpr size_t kPoolThreads = 256;
 
 }  // namespace android::hardware::limits

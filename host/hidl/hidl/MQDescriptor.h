@@ -1,5 +1,4 @@
-// Descriptor of a fast message queue. Interfaces here do not use queues; generated code only wants
-// the type's size.
+// Descriptor of a fast message queue. This runtime has no queues; generated code needs the type.
 #pragma once
 
 #include <hidl/HidlSupport.h>

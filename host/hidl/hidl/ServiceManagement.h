@@ -1,4 +1,4 @@
-// Finding services and being found: names of the form "package@1.0::IFoo/instance".
+// Registers services and finds them, by names of the form "package@1.0::IFoo/instance".
 #pragma once
 
 #include <string>
@@ -10,22 +10,23 @@
 
 namespace android::hardware {
 
-// The registry. Never null.
+// Returns the registry of services. Never null.
 sp<::android::hidl::manager::V1_0::IServiceManager> defaultServiceManager();
 
 namespace details {
 
-// Publishes the object under all names of its interface chain (but IBase's) and starts to serve.
-// NAME_NOT_FOUND: no runtime folder; ALREADY_EXISTS: another living process has one of the names;
-// BAD_VALUE: unusable instance name. Each with a log line.
+// Registers the object under the names of all interfaces of its chain but IBase, and starts to
+// serve. Returns OK, or after a log line NAME_NOT_FOUND without a usable runtime folder,
+// ALREADY_EXISTS if another living process has one of the names, BAD_VALUE for an unusable name.
 status_t registerAsServiceInternal(const sp<::android::hidl::base::V1_0::IBase>& service,
                                    const std::string& name);
 
-// The binder of a service, null if there is none (retry: wait until there is). A service of this
-// process gives its stub.
+// Returns the binder of a service, of one in this process its stub; null if there is none (retry:
+// waits until there is).
 sp<IBinder> getServiceBinder(const char* descriptor, const std::string& instance, bool retry);
 
-// A service as generated code asks for it. getStub (the in-process library) is not served: null.
+// Returns a service to generated code. getStub asks for an implementation in a library of the
+// process: this runtime has none and returns null.
 template <typename BpType, typename IType = typename BpType::Pure>
 sp<IType> getServiceInternal(const std::string& instance, bool retry, bool getStub) {
     if (getStub) return nullptr;

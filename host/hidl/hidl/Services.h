@@ -1,4 +1,4 @@
-// What is registered in the runtime folder: for tools that list services.
+// The services that are registered in the runtime folder, for tools that list them.
 #pragma once
 
 #include <string>
@@ -12,14 +12,15 @@ struct ServiceInfo {
     std::string instance;   // "default"
     int pid = -1;           // process that registered the name
     bool alive = false;     // whether that process still listens
-    int threads = -1;       // threads of its pool that exist; -1: did not answer within a second
-    int busyThreads = -1;   // those that serve a call at the moment
-    int maxThreads = -1;    // most that it may have
-    int clients = -1;       // processes that are connected to it
+    // What the process replies; -1 if it did not reply within a second.
+    int threads = -1;      // threads of its pool
+    int busyThreads = -1;  // those of them that serve a call at the moment
+    int maxThreads = -1;   // most that its pool may have
+    int clients = -1;      // processes that are connected to it
 };
 
-// All registered names in alphabetical order, stale ones included. Asks each process once and waits
-// for none of them longer than a second. Any thread.
+// Returns all registered names in alphabetical order, those of dead processes included. Asks each
+// process once and waits at most a second for each. Any thread.
 std::vector<ServiceInfo> listServices();
 
 }  // namespace android::hardware

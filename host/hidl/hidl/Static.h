@@ -1,5 +1,5 @@
-// Process-wide maps of the runtime. They are made on first use and never destroyed, because the
-// generated code's static constructors and destructors use them.
+// Maps of the runtime, one of each for the process. They are made on first use and never destroyed,
+// because the static constructors and destructors of generated code use them.
 #pragma once
 
 #include <functional>
@@ -17,8 +17,8 @@ struct IBase;
 
 namespace hardware::details {
 
-// Makes the stub (Bn) or the passthrough wrapper (Bs) of an object, by name of its interface. The
-// argument is the object as a pointer to that interface.
+// The functions that make the stub (Bn) or the passthrough wrapper (Bs) of an object, by name of
+// the object's interface. Their argument is the object as a pointer to that interface.
 using BnConstructorMap = ConcurrentMap<std::string, std::function<sp<IBinder>(void*)>>;
 using BsConstructorMap =
         ConcurrentMap<std::string, std::function<sp<::android::hidl::base::V1_0::IBase>(void*)>>;
@@ -30,7 +30,7 @@ struct SchedPrio {
     int prio;
 };
 
-// Looks like a pointer to a T that is made on first use and never destroyed.
+// A pointer to a T that is made on first use and never destroyed.
 template <typename T>
 class ImmortalPointer {
   public:
@@ -40,8 +40,8 @@ class ImmortalPointer {
     }
 };
 
-// Scheduling wished for an object's calls, whether it wants its callers' security identity, and the
-// stub of each local object that has one (weak: a stub lives while somebody refers to it).
+// By object: the scheduling asked for its calls, whether it wants its callers' security identity,
+// and the stub of a local object that has one (weak: a stub lives as long as it is referred to).
 using IBase = ::android::hidl::base::V1_0::IBase;
 inline const ImmortalPointer<ConcurrentMap<wp<IBase>, SchedPrio>> gServicePrioMap;
 inline const ImmortalPointer<ConcurrentMap<wp<IBase>, bool>> gServiceSidMap;

@@ -1,4 +1,4 @@
-// Outcome of a call: Status, and Return<T> that carries either a result or a failed Status.
+// The outcome of a call: Status, and Return<T>, which holds either a result or a failed Status.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace android::hardware {
 
-// What became of a call: well, an exception of the implementation, or a failed transaction.
+// The outcome of a call: success, an exception of the implementation, or a failed transaction.
 class Status final {
   public:
     enum Exception : int32_t {
@@ -24,7 +24,7 @@ class Status final {
         EX_NETWORK_MAIN_THREAD = -6,
         EX_UNSUPPORTED_OPERATION = -7,
         EX_HAS_REPLY_HEADER = -128,
-        // The call did not get through, or its server could not answer.
+        // The call or its reply failed on the way, or the implementation gave no reply.
         EX_TRANSACTION_FAILED = -129,
     };
 
@@ -41,11 +41,11 @@ class Status final {
     bool isOk() const { return mException == EX_NONE; }
     int32_t exceptionCode() const { return mException; }
     const char* exceptionMessage() const { return mMessage.c_str(); }
-    // Code of a failed transaction; OK for anything else.
+    // Returns the code of a failed transaction; OK for anything else.
     status_t transactionError() const {
         return mException == EX_TRANSACTION_FAILED ? mErrorCode : OK;
     }
-    // For people: exception, code and message.
+    // Returns exception, code and message as a text for people.
     std::string description() const;
 
   private:
@@ -62,10 +62,10 @@ class Return;
 
 namespace details {
 
-// A status_t for people.
+// Returns a status_t as a text for people.
 std::string statusName(status_t status);
 
-// What all Return<T> share. Move-only: a result is taken once.
+// The common part of all Return<T>. Move-only, as a result is taken once.
 class return_status {
   public:
     return_status() = default;
@@ -76,10 +76,10 @@ class return_status {
     return_status& operator=(const return_status&) = delete;
 
     bool isOk() const { return mStatus.isOk(); }
-    // The process that should have answered is gone.
+    // Whether the call failed because the object's process is gone.
     bool isDeadObject() const { return mStatus.transactionError() == DEAD_OBJECT; }
     std::string description() const { return mStatus.description(); }
-    // Ends the process if the call failed; in a served call, ends that call only.
+    // Aborts the process if the call failed; a thread that serves a call ends only that call.
     void assertOk() const {
         if (!isOk()) failUnchecked();
     }
@@ -103,7 +103,7 @@ class Return : public details::return_status {
     Return(Return&&) = default;
     Return& operator=(Return&&) = default;
 
-    // The result; a failed call ends the process (see assertOk).
+    // Returns the result; for a failed call see assertOk().
     operator T() const {  // NOLINT: implicit
         assertOk();
         return mValue;
@@ -153,7 +153,7 @@ static inline Return<void> Void() {
 
 namespace details {
 
-// The failed status of one call as that of another with a different result.
+// Makes a Return<U> with the failed status of a Return<T>.
 template <typename T, typename U>
 Return<U> StatusOf(const Return<T>& other) {
     return Return<U>(other.mStatus);

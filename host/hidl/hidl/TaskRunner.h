@@ -1,4 +1,4 @@
-// A thread that runs tasks in order: the oneway methods of a passthrough wrapper.
+// A thread that runs tasks in order, for the oneway methods of a passthrough wrapper.
 #pragma once
 
 #include <condition_variable>
@@ -9,8 +9,8 @@
 
 namespace android::hardware::details {
 
-// Any thread may push. The thread is started with the first task; the destructor lets the tasks
-// that are queued finish, and must not run on that thread.
+// Any thread may push. The thread is started with the first task. The destructor waits until the
+// queued tasks have run, and must not be called on that thread.
 class TaskRunner {
   public:
     TaskRunner() = default;
@@ -18,9 +18,9 @@ class TaskRunner {
     TaskRunner(const TaskRunner&) = delete;
     TaskRunner& operator=(const TaskRunner&) = delete;
 
-    // Allows `limit` tasks to wait. Before it is called no task is accepted.
+    // Allows `limit` tasks to wait in the queue. Before this call no task is accepted.
     void start(size_t limit);
-    // False if `limit` tasks are waiting already.
+    // Queues a task. Returns false if `limit` tasks are waiting already.
     bool push(const std::function<void()>& task);
 
   private:

@@ -1,4 +1,5 @@
-// Binders: what calls are made on. BHwBinder is a local object's, proxies hold the transport's.
+// Binders, the objects on which calls are made: BHwBinder is the base of local ones; a remote one
+// belongs to the transport and stands for an object of another process.
 #pragma once
 
 #include <cstdint>
@@ -17,37 +18,38 @@ class Parcel;
 class IBinder : public virtual RefBase {
   public:
     enum {
-        // transact: do not wait for an answer.
+        // transact: do not wait for a reply.
         FLAG_ONEWAY = 0x00000001,
     };
 
-    // Given the reply while what it borrows is still alive.
+    // Receives the reply while the buffers that it borrows are alive.
     using TransactCallback = std::function<void(Parcel&)>;
 
-    // Told when the process of a remote object dies.
+    // Notified of the death of a remote object's process.
     class DeathRecipient : public virtual RefBase {
       public:
         // Runs on a pool thread, once for each link, with no lock of the runtime held.
         virtual void binderDied(const wp<IBinder>& who) = 0;
     };
 
-    // Calls the object: method `code` with `data`. `reply` may be null for a oneway call. OK means
-    // that the call got through, not that the implementation was content; DEAD_OBJECT that the
-    // process is gone. Any thread; blocks until the answer is there.
+    // Calls method `code` of the object with `data`. `reply` may be null for a oneway call. Returns
+    // OK if the reply came, which may hold an exception of the implementation; DEAD_OBJECT if the
+    // process is gone; another error if the call failed on its way. Any thread; blocks until the
+    // reply is there.
     virtual status_t transact(uint32_t code, const Parcel& data, Parcel* reply, uint32_t flags = 0,
                               TransactCallback callback = nullptr) = 0;
 
-    // Tells `recipient` when the object's process dies. DEAD_OBJECT if that happened already (it is
-    // not told then), INVALID_OPERATION for a local object.
+    // Notifies `recipient` when the object's process dies. Returns OK, DEAD_OBJECT if it is dead
+    // already (the recipient is not notified then), INVALID_OPERATION for a local object.
     virtual status_t linkToDeath(const sp<DeathRecipient>& recipient, void* cookie = nullptr,
                                  uint32_t flags = 0) = 0;
-    // Undoes one linkToDeath; the recipient linked is stored in *outRecipient. NAME_NOT_FOUND if
-    // there is none, DEAD_OBJECT if it was told already.
+    // Undoes one linkToDeath; *outRecipient is the recipient that was linked. Returns OK,
+    // NAME_NOT_FOUND if there is no such link, DEAD_OBJECT if the recipients were notified already.
     virtual status_t unlinkToDeath(const wp<DeathRecipient>& recipient, void* cookie = nullptr,
                                    uint32_t flags = 0,
                                    wp<DeathRecipient>* outRecipient = nullptr) = 0;
 
-    // This object as a local one; null for a proxy.
+    // Returns this object if it is a local one, else null.
     virtual BHwBinder* localBinder() { return nullptr; }
 
   protected:
@@ -70,13 +72,13 @@ class BHwBinder : public IBinder {
   protected:
     ~BHwBinder() override = default;
 
-    // Serves a call. Gives the reply to `callback`, once, as long as what the reply borrows is
-    // alive; a method without results may leave that to the caller.
+    // Serves a call. Passes the reply to `callback` once, while the buffers that it borrows are
+    // alive. A method without results may leave the reply to the caller.
     virtual status_t onTransact(uint32_t code, const Parcel& data, Parcel* reply,
                                 uint32_t flags = 0, TransactCallback callback = nullptr) = 0;
     void setRequestingSid(bool requesting);
 
-    // Wished scheduling of the object's calls: kept here, not applied.
+    // Scheduling that the object asked for. Here it is kept, not applied.
     int mSchedPolicy;
     int mSchedPriority;
 

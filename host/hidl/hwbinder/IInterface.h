@@ -1,4 +1,4 @@
-// Base of all proxies: an interface on top of a remote binder.
+// Base classes of all proxies: an interface on top of a remote binder.
 #pragma once
 
 #include <hwbinder/IBinder.h>
@@ -15,7 +15,7 @@ class IInterface : public virtual RefBase {
     virtual IBinder* onAsBinder() const = 0;
 };
 
-// Holds the remote binder of a proxy for the proxy's life.
+// Holds the remote binder of a proxy as long as the proxy lives.
 class BpHwRefBase : public virtual RefBase {
   protected:
     explicit BpHwRefBase(const sp<IBinder>& remote) : mRemote(remote) {}

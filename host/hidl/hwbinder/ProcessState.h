@@ -12,8 +12,8 @@ class ProcessState : public virtual RefBase {
   public:
     static sp<ProcessState> self();
 
-    // Makes sure that at least one thread serves calls: callbacks and deaths need one. Called by
-    // generated code before an object is passed to a service.
+    // Makes sure that at least one thread serves calls, as callbacks and death notifications need.
+    // Generated code calls this before it passes an object to a service.
     void startThreadPool();
 
   private:

@@ -19,7 +19,7 @@ void hidl_binder_death_recipient::binderDied(const wp<IBinder>&) {
     if (recipient != nullptr) recipient->serviceDied(mCookie, mBase);
 }
 
-// Status: the exception, and for a real one the message.
+// A Status is sent as its exception and, unless that is EX_NONE, its message.
 
 status_t readFromParcel(Status* status, const Parcel& parcel) {
     int32_t exception;
@@ -36,7 +36,7 @@ status_t readFromParcel(Status* status, const Parcel& parcel) {
 }
 
 status_t writeToParcel(const Status& status, Parcel* parcel) {
-    // A transaction that failed on its way is told by the transport, as its code.
+    // The transport sends the code of a failed transaction.
     if (status.transactionError() != OK) return status.transactionError();
     status_t result = parcel->writeInt32(status.exceptionCode());
     if (result != OK || status.isOk()) return result;
@@ -118,7 +118,7 @@ sp<IBinder> getOrCreateCachedBinder(IBase* iface) {
     if (iface == nullptr) return nullptr;
     if (iface->isRemote()) return IInterface::asBinder(dynamic_cast<IInterface*>(iface));
 
-    // The stub is made for the object's own interface, whatever interface it is passed as.
+    // The stub is made for the object's own interface, not for the one as which it is passed.
     const std::string descriptor = details::getDescriptor(iface);
     static std::mutex& mutex = *new std::mutex;
     std::lock_guard<std::mutex> lock(mutex);

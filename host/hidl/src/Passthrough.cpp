@@ -11,7 +11,7 @@ using ::android::hidl::base::V1_0::IBase;
 
 sp<IBase> wrapPassthroughInternal(sp<IBase> iface) {
     if (iface == nullptr || iface->isRemote()) return iface;
-    if (dynamic_cast<HidlInstrumentor*>(iface.get()) != nullptr) return iface;  // wrapped already
+    if (dynamic_cast<HidlInstrumentor*>(iface.get()) != nullptr) return iface;  // it is a wrapper
     auto construct = getBsConstructorMap().get(getDescriptor(iface.get()), nullptr);
     return construct == nullptr ? nullptr : construct(static_cast<void*>(iface.get()));
 }

@@ -1,6 +1,6 @@
-// What the thread sanitizer has to know. It cannot see into the platform's libutils, so it takes
-// the end of an object by its last reference for a race with whoever dropped a reference before:
-// the counters that order the two are in there. Nothing else is hidden from it.
+// Suppressions for the thread sanitizer. The platform's libutils is built without it, so it does
+// not see the reference counts there, which order the deletion of an object after every earlier
+// release of a reference, and takes the two for a race.
 #include <hidl/HidlSupport.h>
 
 #if defined(__has_feature)

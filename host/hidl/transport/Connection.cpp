@@ -3,6 +3,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <utility>
+
 #include <transport/Session.h>
 #include <transport/Socket.h>
 
@@ -19,48 +21,51 @@ Connection::~Connection() {
 }
 
 int Connection::receiveTimeout() const {
-    return mRole == Role::kCalls ? limits::kSlowAnswerMilliseconds : limits::kLingerMilliseconds;
+    return mRole == Role::kCalls ? limits::kSlowReplyMilliseconds : limits::kLingerMilliseconds;
 }
 
 void Connection::shutDown() {
     shutdown(mSocket, SHUT_RDWR);
 }
 
-Connection::Step Connection::step() {
-    ParcelContents* contents = ParcelContents::acquire();
+Connection::Outcome Connection::serveOne() {
+    ParcelContentsOwner contents = ParcelContents::acquire();
     wire::FrameHeader header;
     const char* reason = nullptr;
-    switch (mReader.receive(mSocket, &header, contents, &reason)) {
+    const ReceiveResult result = mReader.receive(mSocket, &header, contents.get(), &reason);
+    bool alive = false;
+    switch (result) {
         case ReceiveResult::kFrame:
-            return mSession->serve(*this, header, contents) ? Step::kServed : Step::kOver;
+            alive = mSession->serve(*this, header, std::move(contents));
+            break;
         case ReceiveResult::kDescriptorsLost:
-            ParcelContents::release(contents);
-            return mSession->refuse(*this, header, NO_MEMORY) ? Step::kServed : Step::kOver;
+            contents.reset();
+            alive = mSession->refuse(*this, header, NO_MEMORY);
+            break;
         case ReceiveResult::kNothing:
-            ParcelContents::release(contents);
-            return Step::kNothing;
+            return Outcome::kNothing;
         case ReceiveResult::kClosed:
         case ReceiveResult::kMalformed:
+            contents.reset();
+            mSession->end(reason);
             break;
     }
-    ParcelContents::release(contents);
-    mSession->end(reason);
-    return Step::kOver;
+    return alive ? Outcome::kServed : Outcome::kOver;
 }
 
 void Connection::onReady() {
     ThreadPool& pool = ThreadPool::instance();
     for (;;) {
-        switch (step()) {
-            case Step::kServed:
-                // A busy peer sends its next call soon: wait here for it, without the cost of the
-                // epoll set, as long as that keeps nobody waiting.
+        switch (serveOne()) {
+            case Outcome::kServed:
+                // A busy peer sends its next call soon. Waiting here for it saves the cost of the
+                // epoll set, and harms nobody while another thread waits there.
                 if (mReader.hasMore() || pool.othersFree()) continue;
                 [[fallthrough]];
-            case Step::kNothing:
+            case Outcome::kNothing:
                 pool.arm(this);
                 return;
-            case Step::kOver:
+            case Outcome::kOver:
                 pool.remove(this);
                 return;
         }

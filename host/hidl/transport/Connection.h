@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include <transport/Frame.h>
+#include <transport/FrameReader.h>
 #include <transport/ThreadPool.h>
 #include <utils/StrongPointer.h>
 
@@ -13,13 +13,13 @@ class Session;
 
 // What this process does on a connection.
 enum class Role {
-    kNotices,  // both send notices and oneway calls at any time
-    kCalls,    // this process calls, the peer answers
-    kServes,   // the peer calls, this process answers
+    kNotices,  // both ends send notices and oneway calls at any time
+    kCalls,    // this process calls, the peer replies
+    kServes,   // the peer calls, this process replies
 };
 
-// Belongs to one thread at a time: the thread that took it from the session's idle ones, or the
-// pool thread that its event came to. Only shutDown() may be called by others.
+// Used by one thread at a time: the one that took it from the session's idle connections, or the
+// pool thread that its event woke. Only shutDown() may be called by others.
 class Connection : public Pollable {
   public:
     // Takes over `socket`.
@@ -31,20 +31,21 @@ class Connection : public Pollable {
 
     Role role() const { return mRole; }
     FrameReader& reader() { return mReader; }
-    // Milliseconds: a thread that lingers here after an answer must come back soon; one that waits
-    // for an answer waits on, see Session::await().
+    // Usual time limit of a read, in milliseconds: kLingerMilliseconds where a thread waits for the
+    // next call, kSlowReplyMilliseconds where it waits for a reply (Session::awaitReply() waits on
+    // after that).
     int receiveTimeout() const;
 
-    // Ends what any thread is doing on the connection.
+    // Shuts the socket down, which ends every read and write on it.
     void shutDown();
 
     // Number of the next call on this connection.
     uint64_t nextSequence() { return ++mSequence; }
 
   private:
-    // Receives and serves one message; false if the connection is over.
-    enum class Step { kServed, kNothing, kOver };
-    Step step();
+    enum class Outcome { kServed, kNothing, kOver };
+    // Receives and serves one message. kNothing: none came within the time limit.
+    Outcome serveOne();
 
     const int mSocket;
     const Role mRole;

@@ -55,7 +55,8 @@ const char* ObjectTable::receive(const flat_binder_object& description, sp<IBind
     } else {
         known = mImported.insert({id, {nullptr, nullptr, 1}}).first;
     }
-    // New, or the last reference has just gone and its forget() will find this one instead.
+    // The number is new, or the last reference to its RemoteBinder has just gone; the forget() of
+    // that one will find this one in its place.
     auto* remote = new RemoteBinder(mSession, id);
     *binder = remote;
     known->second.reference = *binder;
@@ -103,11 +104,6 @@ void ObjectTable::close(std::vector<sp<IBinder>>* dropped, std::vector<sp<Remote
         sp<IBinder> binder = entry.second.reference.promote();
         if (binder != nullptr) remotes->push_back(static_cast<RemoteBinder*>(binder.get()));
     }
-}
-
-size_t ObjectTable::exportedCount() {
-    std::lock_guard<std::mutex> lock(mMutex);
-    return mExported.size();
 }
 
 }  // namespace android::hardware::transport

@@ -1,10 +1,10 @@
 // The objects that two processes hold of each other.
 //
 // A local object that was sent to the peer is kept under a number, with a strong reference and a
-// count of how often it was sent. The peer has one RemoteBinder for the number, which counts how
-// often it was received. When the peer's last reference goes, the RemoteBinder tells its count; the
-// object's count goes down by that, and at 0 the object is let go. If the object was sent again
-// meanwhile, the count stays above 0 and the object stays. Numbers are never used twice.
+// count of how often it was sent. The peer has one RemoteBinder for the number and counts how often
+// it was received. When the last reference to the RemoteBinder goes, the peer sends that count; it
+// is subtracted from the object's count, and at 0 the object is dropped. If the object was sent
+// again meanwhile, the count stays above 0 and the object stays. Numbers are never used twice.
 #pragma once
 
 #include <linux/android/binder.h>
@@ -22,55 +22,54 @@ namespace android::hardware::transport {
 class RemoteBinder;
 class Session;
 
-// Any thread. No method drops a last reference while it holds the lock; what is to be dropped is
-// given to the caller.
+// Any thread. No method drops a last reference while it holds the lock; it returns what is to be
+// dropped to the caller.
 class ObjectTable {
   public:
     explicit ObjectTable(Session* session) : mSession(session) {}
 
-    // Describes `binder` to the peer. OK; INVALID_OPERATION for an object of a third process;
-    // NO_MEMORY where the peer holds too many; DEAD_OBJECT after close().
+    // Describes `binder` to the peer and counts it as sent. Returns OK, INVALID_OPERATION for an
+    // object of a third process, NO_MEMORY if the peer holds too many objects, DEAD_OBJECT after
+    // close().
     status_t send(const sp<IBinder>& binder, flat_binder_object* description);
 
-    // The binder that the peer describes. Null reason if that is sound, else what is wrong (a
-    // literal).
+    // Finds the binder that the peer describes. Returns null, or what is wrong with the description
+    // (a literal).
     const char* receive(const flat_binder_object& description, sp<IBinder>* binder);
 
-    // The local object with this number; null if the peer has none such.
+    // Returns the local object with this number; null if the peer does not hold it.
     sp<BHwBinder> find(uint64_t id);
 
-    // The peer let go of object `id`, which it had been sent `count` times. The object if this was
-    // the last reference, for the caller to drop. False if the peer never had that many.
+    // Subtracts `count` from the times that local object `id` was sent. At 0 the object is moved to
+    // *dropped. Returns false if the peer does not hold the object that often.
     bool release(uint64_t id, uint32_t count, sp<IBinder>* dropped);
 
-    // The last reference of `remote` is gone: how often it was received, to be told to the peer; 0
-    // if a newer RemoteBinder has taken the number over.
+    // Removes the peer's object `id` after the last reference to `remote` is gone. Returns how
+    // often it was received, to be sent to the peer; 0 if a newer RemoteBinder has the number.
     uint32_t forget(uint64_t id, const RemoteBinder* remote);
 
-    // The peer is gone. Gives the local objects it held and the remote ones that are still referred
-    // to.
+    // Empties the table because the peer is gone. Returns the local objects that it held and the
+    // remote ones that are still referred to.
     void close(std::vector<sp<IBinder>>* dropped, std::vector<sp<RemoteBinder>>* remotes);
-
-    size_t exportedCount();
 
   private:
     struct Exported {
         sp<IBinder> binder;
-        uint32_t sent;
+        uint32_t sent;  // times, less those that the peer has released
     };
     struct Imported {
         wp<IBinder> reference;
-        const RemoteBinder* remote;
-        uint32_t received;
+        const RemoteBinder* remote;  // to be compared only
+        uint32_t received;           // times
     };
 
     Session* const mSession;
-    std::mutex mMutex;
+    std::mutex mMutex;  // guards what follows
     bool mClosed = false;
     uint64_t mLastId = 0;
-    std::unordered_map<uint64_t, Exported> mExported;
-    std::unordered_map<IBinder*, uint64_t> mExportedIds;
-    std::unordered_map<uint64_t, Imported> mImported;
+    std::unordered_map<uint64_t, Exported> mExported;     // local objects by number
+    std::unordered_map<IBinder*, uint64_t> mExportedIds;  // their numbers
+    std::unordered_map<uint64_t, Imported> mImported;     // the peer's objects by number
 };
 
 }  // namespace android::hardware::transport

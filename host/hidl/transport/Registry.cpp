@@ -24,9 +24,10 @@ namespace android::hardware::transport {
 namespace {
 
 constexpr char kSocketSuffix[] = ".sock";
-// Pause between two looks where the folder cannot be watched.
+// Time between two reads of the folder where it cannot be watched.
 constexpr int kPollMilliseconds = 100;
 
+// Makes a file name of a registered name, and the registered name of a file name.
 std::string encode(const std::string& name) {
     std::string text;
     for (const char c : name) {
@@ -57,13 +58,14 @@ std::string decode(const std::string& file) {
     return text;
 }
 
-// Reads "PID.TOKEN.sock".
+// Reads "PID.TOKEN.sock". Returns false for any other name.
 bool parseSocketName(const std::string& name, int* pid, uint64_t* process) {
     int end = 0;
     return sscanf(name.c_str(), "%d.%16" SCNx64 "%n", pid, process, &end) == 2 &&
            name.compare(static_cast<size_t>(end), std::string::npos, kSocketSuffix) == 0;
 }
 
+// Reads the link `file` of the folder. Returns false if it is none of a registered name.
 bool readEntry(const std::string& folder, const std::string& file, Registry::Entry* entry) {
     char target[256];
     const ssize_t size = readlink((folder + "/" + file).c_str(), target, sizeof(target));
@@ -76,14 +78,15 @@ bool readEntry(const std::string& folder, const std::string& file, Registry::Ent
     return true;
 }
 
-bool listens(const std::string& path) {
+// Whether a process listens on the socket at `path`.
+bool isListening(const std::string& path) {
     const int socket = connectTo(path, limits::kInquiryMilliseconds);
     if (socket >= 0) close(socket);
-    // Anything but a refusal (a full descriptor table, say) tells nothing: better keep the name.
+    // Other errors, for example too many open files here, tell nothing about that process.
     return socket != -ECONNREFUSED && socket != -ENOENT;
 }
 
-// Holds the folder's lock for its life.
+// Holds the folder's lock as long as it lives.
 class FolderLock {
   public:
     explicit FolderLock(const std::string& folder)
@@ -101,6 +104,7 @@ class FolderLock {
     const int mFd;
 };
 
+// Returns the names of the folder's files in alphabetical order, without hidden ones.
 std::vector<std::string> filesOf(const std::string& folder) {
     std::vector<std::string> files;
     DIR* directory = opendir(folder.c_str());
@@ -158,7 +162,7 @@ std::vector<Registry::Entry> Registry::list() const {
 }
 
 bool Registry::isAlive(const Entry& entry) {
-    return listens(entry.socket);
+    return isListening(entry.socket);
 }
 
 status_t Registry::publish(const std::string& name, const std::string& socketName) const {
@@ -189,7 +193,7 @@ int Registry::listen(uint64_t process, std::string* socketName) const {
         int pid;
         uint64_t other;
         const std::string path = mFolder + "/" + file;
-        if (parseSocketName(file, &pid, &other) && !listens(path)) unlink(path.c_str());
+        if (parseSocketName(file, &pid, &other) && !isListening(path)) unlink(path.c_str());
     }
     char name[64];
     snprintf(name, sizeof(name), "%d.%016" PRIx64 "%s", getpid(), process, kSocketSuffix);

@@ -1,13 +1,13 @@
 // The names of services in the runtime folder.
 //
-// A service process has one socket there, "PID.TOKEN.sock". A name "package@1.0::IFoo/instance" is
-// a symbolic link to the socket of its process, named like the service with '/' and '%' written as
-// %2F and %25: put in place by renaming, so that it is there whole or not at all. A name whose
-// process is gone stays until somebody takes it over.
+// A service process has one socket there, "PID.TOKEN.sock". A registered name
+// "package@1.0::IFoo/instance" is a symbolic link to the socket of its process; its file name is
+// the registered name with '/' and '%' written as %2F and %25. The link is put in place by
+// renaming, so that a reader finds it complete or not at all. The name of a process that was killed
+// stays until another process registers it.
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,42 +15,45 @@
 
 namespace android::hardware::transport {
 
+// Any thread.
 class Registry {
   public:
+    // A registered name and its process.
     struct Entry {
-        std::string name;    // "package@1.0::IFoo/instance"
-        std::string socket;  // path
-        int pid = -1;
-        uint64_t process = 0;  // token
+        std::string name;      // "package@1.0::IFoo/instance"
+        std::string socket;    // path of the process's socket
+        int pid = -1;          // of the process
+        uint64_t process = 0;  // token of the process
     };
 
-    // QORTV_RUNTIME_DIR, else $XDG_RUNTIME_DIR/qortv, else /run/qortv.
+    // Returns $QORTV_RUNTIME_DIR, else $XDG_RUNTIME_DIR/qortv, else /run/qortv.
     static std::string folder();
 
     Registry() : mFolder(folder()) {}
 
-    // Makes sure that the folder exists and is this user's or root's alone. False and a log line if
-    // not.
+    // Makes the folder if it is missing, and closes it to other users. Returns false, after a log
+    // line, if that fails or the folder belongs to another user than this one or root.
     bool prepare() const;
 
-    // The entry with this name. False if there is none; whether its process is alive shows when it
-    // is called.
+    // Finds the entry with this name, without asking whether its process is alive. Returns false if
+    // there is none.
     bool find(const std::string& name, Entry* entry) const;
-    // All entries, by name.
+    // Returns all entries in alphabetical order, those of dead processes included.
     std::vector<Entry> list() const;
 
-    // Whether somebody listens there.
+    // Whether the entry's process still listens.
     static bool isAlive(const Entry& entry);
 
-    // Makes `name` point at the socket of this process. ALREADY_EXISTS if another living process
-    // has it. Holds the folder's lock meanwhile.
+    // Makes `name` point at the socket of this process, under the folder's lock. Returns OK, or
+    // after a log line ALREADY_EXISTS if another living process has the name, NAME_NOT_FOUND if the
+    // link cannot be made.
     status_t publish(const std::string& name, const std::string& socketName) const;
 
-    // Listens in the folder under a new name, and removes sockets that nobody listens on. The
-    // socket, or -errno.
+    // Listens on a new socket in the folder for the process with this token, and removes sockets
+    // that nobody listens on. Returns the socket, which the caller closes, or -errno.
     int listen(uint64_t process, std::string* socketName) const;
 
-    // Removes a process's socket and the names that point at it.
+    // Removes a socket from the folder, and the names that point at it.
     void withdraw(const std::string& socketName) const;
 
     const std::string& path() const { return mFolder; }
@@ -59,7 +62,7 @@ class Registry {
     const std::string mFolder;
 };
 
-// Wakes up when the folder changes. One thread.
+// Waits for changes of the runtime folder. Used by one thread at a time.
 class RegistryWatch {
   public:
     explicit RegistryWatch(const std::string& folder);
@@ -67,12 +70,13 @@ class RegistryWatch {
     RegistryWatch(const RegistryWatch&) = delete;
     RegistryWatch& operator=(const RegistryWatch&) = delete;
 
-    // The descriptor to wait on; -1 where the kernel allows no more watches.
+    // Returns the descriptor that is readable after a change; -1 if the kernel allows no more
+    // watches.
     int fd() const { return mFd; }
-    // Waits for a change, at most so long (-1: without limit). Without a descriptor it waits for a
-    // moment. False if nothing changed.
+    // Waits for a change, at most for the timeout (-1: no limit). Returns false if there was none.
+    // Without a descriptor it waits for a moment and returns true.
     bool wait(int timeoutMilliseconds);
-    // Forgets the changes so far.
+    // Discards the changes so far.
     void clear();
 
   private:

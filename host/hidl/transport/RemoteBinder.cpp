@@ -21,7 +21,7 @@ status_t RemoteBinder::linkToDeath(const sp<DeathRecipient>& recipient, void* co
     if (recipient == nullptr) return BAD_VALUE;
     if (!mSession->watch()) return DEAD_OBJECT;
     std::lock_guard<std::mutex> lock(mMutex);
-    // Either the session's end sees this link, or this sees that it ended.
+    // A session that ends from here on finds this link; one that ended before shows in isDead().
     mLinks.push_back({recipient, cookie});
     if (mSession->isDead()) {
         mLinks.pop_back();
@@ -32,9 +32,9 @@ status_t RemoteBinder::linkToDeath(const sp<DeathRecipient>& recipient, void* co
 
 status_t RemoteBinder::unlinkToDeath(const wp<DeathRecipient>& recipient, void* cookie, uint32_t,
                                      wp<DeathRecipient>* outRecipient) {
-    sp<DeathRecipient> removed;  // dropped without the lock
+    sp<DeathRecipient> removed;  // goes after the lock
     std::lock_guard<std::mutex> lock(mMutex);
-    if (mDeathTold) return DEAD_OBJECT;
+    if (mDeathNotified) return DEAD_OBJECT;
     for (auto link = mLinks.begin(); link != mLinks.end(); ++link) {
         if (recipient == link->recipient && (cookie == nullptr || link->cookie == cookie)) {
             removed = link->recipient;
@@ -51,11 +51,11 @@ bool RemoteBinder::isWatched() {
     return !mLinks.empty();
 }
 
-void RemoteBinder::tellDeath() {
+void RemoteBinder::notifyDeath() {
     std::vector<Link> links;
     {
         std::lock_guard<std::mutex> lock(mMutex);
-        mDeathTold = true;
+        mDeathNotified = true;
         links.swap(mLinks);
     }
     for (const Link& link : links) link.recipient->binderDied(this);

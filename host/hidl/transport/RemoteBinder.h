@@ -10,8 +10,8 @@
 
 namespace android::hardware::transport {
 
-// There is one for each remote object as long as somebody refers to it. Its end tells the object's
-// process so.
+// There is one for each remote object as long as this process refers to it. Its destructor tells
+// the object's process that the last reference is gone. Any thread.
 class RemoteBinder : public IBinder {
   public:
     RemoteBinder(const sp<Session>& session, uint64_t id);
@@ -26,10 +26,10 @@ class RemoteBinder : public IBinder {
     const sp<Session>& session() const { return mSession; }
     uint64_t id() const { return mId; }
 
-    // Whether somebody waits to be told of the object's death.
+    // Whether a death recipient is linked.
     bool isWatched();
-    // Tells everybody who asked, once. On a pool thread, after the session ended.
-    void tellDeath();
+    // Notifies the linked death recipients, once. Runs on a pool thread after the session ended.
+    void notifyDeath();
 
   protected:
     ~RemoteBinder() override;
@@ -42,9 +42,9 @@ class RemoteBinder : public IBinder {
 
     const sp<Session> mSession;
     const uint64_t mId;
-    std::mutex mMutex;
+    std::mutex mMutex;  // guards what follows
     std::vector<Link> mLinks;
-    bool mDeathTold = false;
+    bool mDeathNotified = false;
 };
 
 }  // namespace android::hardware::transport

@@ -16,7 +16,7 @@
 
 namespace android::hardware::transport {
 
-// Tasks for pool threads, as one more descriptor in the set: a semaphore that counts them.
+// Tasks for pool threads. The descriptor in the epoll set is an eventfd that counts them.
 class ThreadPool::TaskQueue : public Pollable {
   public:
     TaskQueue() : mEvent(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE)) {
@@ -40,7 +40,7 @@ class ThreadPool::TaskQueue : public Pollable {
             task = std::move(mQueue.front());
             mQueue.pop_front();
         }
-        // Armed before the task runs, so that tasks run side by side.
+        // Armed before the task runs, so that another thread can run the next one meanwhile.
         ThreadPool::instance().arm(this);
         if (task != nullptr) task();
     }
@@ -91,7 +91,7 @@ void ThreadPool::spawn() {
             run();
         }).detach();
     } catch (const std::system_error&) {
-        --mThreads;  // out of threads: those that are there go on
+        --mThreads;  // the system has no more threads: the present ones go on
     }
 }
 
@@ -128,7 +128,7 @@ void ThreadPool::arm(Pollable* pollable) {
 
 void ThreadPool::remove(Pollable* pollable) {
     epoll_ctl(mEpoll, EPOLL_CTL_DEL, pollable->fd(), nullptr);
-    sp<Pollable> dropped;  // without the lock
+    sp<Pollable> dropped;  // goes after the lock
     std::lock_guard<std::mutex> lock(mPollablesMutex);
     auto known = mPollables.find(pollable);
     dropped = std::move(known->second);
@@ -142,7 +142,7 @@ void ThreadPool::run() {
         const int count = epoll_wait(mEpoll, &event, 1, -1);
         const size_t othersIdle = mIdle.fetch_sub(1, std::memory_order_relaxed) - 1;
         if (count != 1) continue;  // a signal
-        // This thread may be busy for long: somebody else should wait for the next event.
+        // This thread may be busy for long: another one has to wait for the next event.
         if (othersIdle == 0) spawn();
         auto* pollable = static_cast<Pollable*>(event.data.ptr);
         pollable->takeOver();

@@ -1,4 +1,4 @@
-// The threads that serve calls, and the one epoll set in which idle connections wait for them.
+// The threads that serve calls, and the epoll set in which idle connections wait for them.
 #pragma once
 
 #include <atomic>
@@ -12,49 +12,51 @@
 
 namespace android::hardware::transport {
 
-// A descriptor that waits in the epoll set. Armed for one event at a time: onReady() has the
-// descriptor to itself until it arms it again or removes it.
+// A descriptor in the epoll set. It is armed for one event at a time, so one thread runs onReady()
+// until that arms the descriptor again or removes it.
 class Pollable : public virtual RefBase {
   public:
-    // Runs on a pool thread. After ThreadPool::arm() or remove() another thread may have the
-    // object, or it may be gone.
+    // Handles an event, on a pool thread. After ThreadPool::arm() another thread may use the object
+    // already; after remove() it may be gone.
     virtual void onReady() = 0;
     virtual int fd() const = 0;
 
   private:
     friend class ThreadPool;
-    // What the last thread did with the object is seen by the next one. The kernel orders the two
-    // already, but the language knows nothing of epoll.
+    // Make the next thread see what the last one wrote to the object. epoll orders the two already,
+    // but the memory model of C++ does not know that.
     void handOver() { mHandedOver.store(true, std::memory_order_release); }
     void takeOver() { mHandedOver.load(std::memory_order_acquire); }
 
     std::atomic<bool> mHandedOver{false};
 };
 
-// One for the process, never destroyed: its threads live as long as the process.
+// There is one object, which is never destroyed: its threads live as long as the process. Any
+// thread.
 class ThreadPool {
   public:
     static ThreadPool& instance();
 
     // See configureRpcThreadpool().
     void configure(size_t maxThreads, bool callerWillJoin);
-    // Starts to serve: makes sure that there is a thread, unless the only one is going to join.
+    // Makes sure that the pool has a thread, unless the only one it may have is going to join.
     void start();
-    // Makes the caller one of the threads.
+    // Makes the calling thread one of the pool's.
     [[noreturn]] void join();
 
-    // Runs `task` on a pool thread. It waits for one to be started if there is none.
+    // Runs `task` on a pool thread, as soon as there is one.
     void post(std::function<void()> task);
 
-    // Adds a descriptor, armed; the set refers to the object until remove(). False if the kernel
-    // refuses.
+    // Adds a descriptor to the epoll set, armed. The pool holds a reference to the object until
+    // remove(). Returns false if the kernel refuses the descriptor.
     bool add(const sp<Pollable>& pollable);
+    // Lets the descriptor's next event run onReady().
     void arm(Pollable* pollable);
     void remove(Pollable* pollable);
 
     // Whether start() or join() was called.
     bool started() const { return mStarted.load(std::memory_order_acquire); }
-    // Whether a thread is waiting for events at the moment.
+    // Whether a thread is waiting for events at the moment; asked by a thread that is not.
     bool othersFree() const { return mIdle.load(std::memory_order_relaxed) > 0; }
 
     size_t threads() const { return mThreads.load(std::memory_order_relaxed); }
@@ -65,7 +67,7 @@ class ThreadPool {
     class TaskQueue;
 
     ThreadPool();
-    // Starts a thread if there is room for one besides the one that is going to join.
+    // Starts a thread, unless the pool has all that it may have (one that is going to join counts).
     void spawn();
     [[noreturn]] void run();
 
@@ -76,9 +78,9 @@ class ThreadPool {
     std::atomic<size_t> mIdle{0};
     std::atomic<size_t> mMaxThreads{1};
     std::atomic<bool> mJoinExpected{false};
-    std::mutex mSpawnMutex;
+    std::mutex mSpawnMutex;  // held while the number of threads is changed
     std::mutex mPollablesMutex;
-    std::unordered_map<Pollable*, sp<Pollable>> mPollables;  // what is in the epoll set
+    std::unordered_map<Pollable*, sp<Pollable>> mPollables;  // in the epoll set
 };
 
 }  // namespace android::hardware::transport

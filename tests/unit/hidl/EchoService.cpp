@@ -25,7 +25,8 @@ using ::android::hardware::hidl_death_recipient;
 using ::android::hardware::interfacesEqual;
 using ::android::hidl::base::V1_0::IBase;
 
-// Entries of a folder; pipes among its links do not count.
+// Counts the entries of a folder, without links to pipes: the runtime has no pipes, but a sanitizer
+// that runs its symbolizer has.
 static int countEntries(const std::string& folder) {
     int count = 0;
     DIR* directory = opendir(folder.c_str());
@@ -40,9 +41,8 @@ static int countEntries(const std::string& folder) {
     return count;
 }
 
-// Without pipes: the runtime has none, but a sanitizer that starts its symbolizer has.
 int openDescriptors() {
-    return countEntries("/proc/self/fd") - 1;  // that of the folder itself
+    return countEntries("/proc/self/fd") - 1;  // without the descriptor of the folder itself
 }
 
 int countThreads() {
@@ -67,7 +67,7 @@ int Node::live() {
     return sLiveNodes;
 }
 
-class EchoService::Mourner : public hidl_death_recipient {
+class EchoService::DeathRecipient : public hidl_death_recipient {
   public:
     void serviceDied(uint64_t cookie, const wp<IBase>&) override {
         std::lock_guard<std::mutex> lock(mutex);
@@ -77,7 +77,7 @@ class EchoService::Mourner : public hidl_death_recipient {
     std::vector<uint64_t> cookies;
 };
 
-EchoService::EchoService() : mMourner(new Mourner) {}
+EchoService::EchoService() : mDeathRecipient(new DeathRecipient) {}
 EchoService::~EchoService() = default;
 
 Return<void> EchoService::nothing() {
@@ -143,7 +143,7 @@ Return<void> EchoService::echoMatrix(const hidl_array<uint16_t, 3, 2>& value,
     return Void();
 }
 Return<void> EchoService::echoTree(const Tree& value, echoTree_cb _hidl_cb) {
-    // Through a copy, so that every part is read here.
+    // Copied, so that every part is read here.
     const Tree copy = value;
     _hidl_cb(copy);
     return Void();
@@ -246,13 +246,13 @@ Return<void> EchoService::answerThenCall(const sp<IListener>& value, int32_t eve
 Return<bool> EchoService::watchDeath(const sp<IListener>& value, uint64_t cookie) {
     std::lock_guard<std::mutex> lock(mMutex);
     mWatched.push_back(value);
-    return value->linkToDeath(mMourner, cookie);
+    return value->linkToDeath(mDeathRecipient, cookie);
 }
 Return<bool> EchoService::unwatchDeath(const sp<IListener>& value) {
     std::lock_guard<std::mutex> lock(mMutex);
     for (auto watched = mWatched.begin(); watched != mWatched.end(); ++watched) {
         if (!interfacesEqual(*watched, value)) continue;
-        bool unlinked = (*watched)->unlinkToDeath(mMourner);
+        bool unlinked = (*watched)->unlinkToDeath(mDeathRecipient);
         mWatched.erase(watched);
         return unlinked;
     }
@@ -261,8 +261,8 @@ Return<bool> EchoService::unwatchDeath(const sp<IListener>& value) {
 Return<void> EchoService::deaths(deaths_cb _hidl_cb) {
     std::vector<uint64_t> cookies;
     {
-        std::lock_guard<std::mutex> lock(mMourner->mutex);
-        cookies = mMourner->cookies;
+        std::lock_guard<std::mutex> lock(mDeathRecipient->mutex);
+        cookies = mDeathRecipient->cookies;
     }
     _hidl_cb(cookies);
     return Void();

@@ -1,5 +1,5 @@
-// The service of the runtime's tests: gives back what it gets, counts, calls back, breaks
-// contracts.
+// The service of the runtime's tests: returns its arguments, counts, calls back, breaks its
+// contract. interfaces/1.0/IEcho.hal describes the methods.
 #pragma once
 
 #include <qortv/test/1.0/IEcho.h>
@@ -23,9 +23,9 @@ using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 using ::android::hardware::Void;
 
-// Descriptors that the process has open at the moment.
+// Returns how many descriptors the process has open at the moment.
 int openDescriptors();
-// Threads of the process.
+// Returns how many threads the process has.
 int countThreads();
 
 class Node : public ILoud {
@@ -34,7 +34,7 @@ class Node : public ILoud {
     ~Node() override;
     Return<int32_t> getId() override;
     Return<int32_t> getVolume() override;
-    // Nodes alive in this process.
+    // Returns how many nodes exist in this process.
     static int live();
 
   private:
@@ -107,7 +107,7 @@ class EchoService : public IEcho {
     Return<void> quit() override;
 
   private:
-    class Mourner;
+    class DeathRecipient;
 
     std::vector<sp<IListener>> listeners();
 
@@ -118,7 +118,7 @@ class EchoService : public IEcho {
     std::vector<int32_t> mPosts;
     int32_t mInside = 0;
     int32_t mMeetings = 0;
-    sp<Mourner> mMourner;
+    sp<DeathRecipient> mDeathRecipient;
 };
 
 }  // namespace qortv::test

@@ -1,4 +1,4 @@
-// A peer that speaks the wire format by hand, and wrongly where a test wants it.
+// A client that writes its messages byte by byte, so that a test can break the protocol.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +13,17 @@ namespace qortv::test {
 namespace wire = ::android::hardware::transport::wire;
 using Bytes = std::vector<uint8_t>;
 
-// A message's parts, put together by bytes().
+// The parts of a message; bytes() puts them together.
 struct RawFrame {
     wire::FrameHeader header{};
     Bytes data;
     std::vector<uint64_t> offsets;
     Bytes buffers;
 
-    // A call of object `target` with the interface token in its data.
+    // Returns a call of method `code` of object `target`, with the interface token in its data.
     static RawFrame call(uint64_t target, uint32_t code, const std::string& token);
     void addInt(uint32_t value);
-    // Appends an object of the kernel's kind to the data, aligned, and its offset.
+    // Appends one of the binder driver's object structures to the data, aligned, and its offset.
     template <typename Object>
     void addObject(const Object& object) {
         data.resize((data.size() + 7) & ~size_t{7});
@@ -31,7 +31,7 @@ struct RawFrame {
         const auto* bytes = reinterpret_cast<const uint8_t*>(&object);
         data.insert(data.end(), bytes, bytes + sizeof(object));
     }
-    // Fills the header's sizes in, except those that are set already.
+    // Returns the message. Sizes in the header that are 0 are filled in.
     Bytes bytes() const;
 };
 
@@ -43,31 +43,33 @@ class RawClient {
     RawClient(const RawClient&) = delete;
     RawClient& operator=(const RawClient&) = delete;
 
-    // Begins a session; opens a connection for calls in it.
+    // Begin a session, and open a connection for calls in it. These and the next ones return false
+    // if the service does not accept that.
     bool openSession();
     bool openCalls();
-    // A connection without any greeting.
+    // Connects without a greeting.
     bool connectOnly();
-    // The two halves of openSession() on such a connection.
+    // The two halves of openSession() on such a connection: sends the greeting, reads the reply.
     bool beginSession();
     bool isAccepted();
 
     int notices() const { return mNotices; }
     int calls() const { return mCalls; }
-    // The connection for calls becomes the caller's.
+    // Hands the connection for calls over to the caller.
     int releaseCalls() { return std::exchange(mCalls, -1); }
 
-    // The service's number for its object "default", asked for properly.
+    // Looks the service "default" up. Returns the number of its object; 0 if that fails.
     uint64_t lookUp();
 
     static bool send(int socket, const Bytes& bytes, const std::vector<int>& fds = {});
-    // Reads one message: header and the rest. False if the connection ended.
+    // Reads one message: its header, and the rest. Returns false if the connection ended.
     static bool receive(int socket, wire::FrameHeader* header, Bytes* rest);
-    // Waits until the service closed the connection; false if it sends or waits instead.
+    // Waits until the service closes the connection. Returns false if it sends something, or does
+    // not close it in time.
     static bool isClosed(int socket);
     void closeAll();
 
-    // Path of the service's socket.
+    // Returns the path of the service's socket in the runtime folder `folder`.
     static std::string socketIn(const std::string& folder);
 
   private:

@@ -1,4 +1,4 @@
-// Real processes for the runtime's tests: this binary started again in another role.
+// Processes for the runtime's tests: this program, started again with other arguments.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,7 +14,8 @@
 
 namespace qortv::test {
 
-// Waits until `condition` holds; false after a time that no machine should need.
+// Waits until `condition` holds. Returns false if it does not within 20 seconds, which is far more
+// than any of the tests needs.
 template <typename Condition>
 bool eventually(Condition condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -25,7 +26,8 @@ bool eventually(Condition condition) {
     return true;
 }
 
-// A child process with this binary's roles (see main.cpp). Killed at the latest with the object.
+// A child process that runs this program with other arguments (see main.cpp). The destructor kills
+// it if it is still running.
 class Child {
   public:
     Child() = default;
@@ -35,13 +37,13 @@ class Child {
     Child& operator=(Child&& other) noexcept;
 
     pid_t pid() const { return mPid; }
-    // Next line of its standard output; empty at the end.
+    // Returns the next line of its standard output; an empty one at the end.
     std::string readLine();
-    // Lets it go on where it waits for a line of input.
+    // Writes a line to its standard input.
     void writeLine(const std::string& line);
-    // SIGKILL, and waits until it is gone.
+    // Kills it with SIGKILL, and waits until it is gone.
     void kill();
-    // Waits for its end; exit status, or -1 after a signal.
+    // Waits for its end. Returns its exit status, or -1 if a signal ended it.
     int wait();
 
   private:
@@ -50,25 +52,26 @@ class Child {
     int mOutput = -1;
 };
 
-// A runtime folder of its own, and a service process in it on demand.
+// A test with a runtime folder of its own, in which it may start a service process.
 class ServiceTest : public ::testing::Test {
   protected:
     ServiceTest();
     ~ServiceTest() override;
 
-    // Starts an EchoService with so many threads, registered as "default".
+    // Starts an EchoService with a pool of `threads` threads, registered as "default". `more`:
+    // further arguments of the process.
     void startService(int threads = 4, const std::vector<std::string>& more = {});
-    // A proxy of it.
+    // Returns a proxy of it; null if it cannot be had.
     sp<IEcho> echo();
 
-    // Lines with the tag "hidl" that the service process wrote.
+    // Returns the log lines of the service process that have the tag "hidl".
     std::vector<std::string> serviceLog() const;
 
-    std::string mFolder;  // holds the runtime folder "run" and the service's "log"
+    std::string mFolder;  // contains the runtime folder "run" and the service's log file "log"
     Child mService;
 };
 
-// Keeps the lines with the tag "hidl" that this process writes while the object lives.
+// Records the log lines of this process that have the tag "hidl", as long as the object lives.
 class LogCapture {
   public:
     LogCapture();
@@ -76,7 +79,7 @@ class LogCapture {
     std::vector<std::string> lines() const;
 };
 
-// A listener that counts and remembers.
+// A listener that records its events.
 class Listener : public IListener {
   public:
     Return<int32_t> notify(int32_t event, uint64_t a, uint64_t b, uint64_t c, uint64_t d,
@@ -85,7 +88,7 @@ class Listener : public IListener {
     Return<void> tell(const hidl_string& text, tell_cb _hidl_cb) override;
 
     std::vector<int32_t> events();
-    // Runs in each notify(); its result is the answer.
+    // If set, runs in each notify() and provides its result.
     std::function<int32_t(int32_t)> onNotify;
 
   private:

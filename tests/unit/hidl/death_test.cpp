@@ -1,4 +1,4 @@
-// Deaths, told both ways, after a kill that lets nobody clean up.
+// Death notifications of services and of clients, after a SIGKILL that leaves no time to clean up.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -50,7 +50,7 @@ TEST_F(DeathNoticeTest, ClientLearnsOfTheServicesDeathOnce) {
     EXPECT_EQ(recipient->who().promote(), service);
 }
 
-// Each link is told, whichever object of the process it is of.
+// Each link is notified, whichever object of the process it belongs to.
 TEST_F(DeathNoticeTest, EveryLinkIsTold) {
     startService();
     sp<IEcho> service = echo();
@@ -90,13 +90,13 @@ TEST_F(DeathNoticeTest, LinkToADeadObjectFails) {
     EXPECT_TRUE(service->nothing().isOk());
     mService.kill();
     sp<Recipient> recipient = new Recipient;
-    // Not noticed by any call yet.
+    // No call has noticed the death yet.
     EXPECT_FALSE(service->linkToDeath(recipient, 1).withDefault(true));
     EXPECT_FALSE(service->linkToDeath(recipient, 1).withDefault(true));
     EXPECT_TRUE(recipient->cookies().empty());
 }
 
-// A recipient may do anything: here it looks for the service, links and calls again.
+// A recipient may use the runtime: this one looks the service up again and calls it.
 TEST_F(DeathNoticeTest, RecipientMayUseTheRuntime) {
     startService();
     sp<IEcho> service = echo();
@@ -130,7 +130,7 @@ TEST_F(DeathNoticeTest, ServiceLearnsOfTheClientsDeath) {
     first.kill();
     EXPECT_TRUE(eventually([&] { return !deathsSeenBy(service).empty(); }));
     EXPECT_EQ(deathsSeenBy(service), std::vector<uint64_t>{111});
-    // An orderly end is a death too.
+    // A process that ends in order notifies as well.
     second.writeLine("");
     EXPECT_EQ(second.wait(), 0);
     EXPECT_TRUE(eventually([&] { return deathsSeenBy(service).size() == 2; }));
@@ -147,7 +147,7 @@ TEST_F(DeathNoticeTest, ServiceStopsWatchingAClient) {
     EXPECT_FALSE(service->unwatchDeath(listener).withDefault(true));
 }
 
-// Clients that are killed in the middle of everything leave nothing behind in the service.
+// Of clients that are killed during calls and callbacks nothing is left in the service.
 TEST_F(DeathNoticeTest, KilledClientsLeaveNothing) {
     startService();
     sp<IEcho> service = echo();
@@ -162,7 +162,7 @@ TEST_F(DeathNoticeTest, KilledClientsLeaveNothing) {
         listener.kill();
         caller.kill();
         watched.kill();
-        // The dead ones are still registered as listeners: calls to them fail, and harm nobody.
+        // The service still has the listeners of the dead clients: calls of them fail.
         EXPECT_EQ(service->notifyAll(1).withDefault(-1), 0);
     }
     EXPECT_TRUE(eventually([&] { return service->openDescriptors().withDefault(-1) == before; }));

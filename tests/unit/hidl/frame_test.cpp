@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include <hwbinder/ParcelContents.h>
-#include <transport/Frame.h>
+#include <transport/FrameReader.h>
 
 #include "RawClient.h"
 
@@ -14,6 +14,7 @@ namespace {
 
 using ::android::hardware::padTo8;
 using ::android::hardware::ParcelContents;
+using ::android::hardware::ParcelContentsOwner;
 using ::android::hardware::transport::FrameReader;
 using ::android::hardware::transport::ReceiveResult;
 
@@ -24,7 +25,7 @@ class FrameTest : public ::testing::Test {
         for (int fd : mSockets) close(fd);
     }
 
-    // A message whose one buffer is so many bytes of 0xff.
+    // Returns a message with one buffer of `length` bytes, all 0xff.
     static Bytes message(size_t length) {
         RawFrame frame;
         frame.header.type = wire::FrameType::kCall;
@@ -39,20 +40,20 @@ class FrameTest : public ::testing::Test {
 
     void send(const Bytes& bytes) { ASSERT_TRUE(RawClient::send(mSockets[0], bytes)); }
 
-    // The next message is message(length), and at least eight zeros lie behind it.
+    // Expects message(length) as the next message, with at least eight zeros behind its buffer.
     void expectZerosBehind(size_t length) {
         SCOPED_TRACE(length);
-        ParcelContents* contents = ParcelContents::acquire();
+        const ParcelContentsOwner contents = ParcelContents::acquire();
         wire::FrameHeader header;
         const char* reason = "";
-        ASSERT_EQ(mReader.receive(mSockets[1], &header, contents, &reason), ReceiveResult::kFrame)
+        ASSERT_EQ(mReader.receive(mSockets[1], &header, contents.get(), &reason),
+                  ReceiveResult::kFrame)
                 << reason;
         const auto* object = reinterpret_cast<const binder_buffer_object*>(contents->receivedData);
         const auto* buffer = reinterpret_cast<const uint8_t*>(object->buffer);
         const size_t zeros = padTo8(length) - length + 8;
         EXPECT_EQ(Bytes(buffer, buffer + length), Bytes(length, 0xff));
         EXPECT_EQ(Bytes(buffer + length, buffer + length + zeros), Bytes(zeros, 0));
-        ParcelContents::release(contents);
     }
 
     int mSockets[2] = {-1, -1};
@@ -76,7 +77,7 @@ TEST_F(FrameTest, NothingOfTheNextMessageLiesBehindOneThatCameWithIt) {
     expectZerosBehind(64);
 }
 
-// Under the address sanitizer this fails also where the zeros have no room of their own.
+// With the address sanitizer this test also fails if there is no memory for the zeros.
 TEST_F(FrameTest, MessagesAsLongAsTheirMemoryHaveZerosBehindThem) {
     constexpr size_t kFirstRead = 4096;
     const size_t rest = message(8).size() - 8;

@@ -1,4 +1,4 @@
-// Descriptors in calls: duplicated on their way, closed with the message they came in.
+// Descriptors in calls: the receiver gets duplicates, which are closed with the message.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -13,7 +13,7 @@ namespace {
 
 using HandleTest = ServiceTest;
 
-// A file in memory with this content.
+// Returns a descriptor of a new file in memory with this content.
 int fileWith(const std::string& content) {
     const int fd = memfd_create("handle-test", MFD_CLOEXEC);
     if (write(fd, content.data(), content.size()) != static_cast<ssize_t>(content.size())) abort();
@@ -26,7 +26,7 @@ std::string contentOf(int fd) {
     return size < 0 ? "unreadable" : std::string(bytes, static_cast<size_t>(size));
 }
 
-// Owns its descriptors.
+// Returns a handle that owns these descriptors.
 hidl_handle handleOf(const std::vector<int>& fds, const std::vector<int>& ints) {
     native_handle_t* native =
             native_handle_create(static_cast<int>(fds.size()), static_cast<int>(ints.size()));
@@ -167,7 +167,7 @@ TEST_F(HandleTest, AsManyDescriptorsAsAllowed) {
     EXPECT_EQ(service->number().withDefault(0), 42);
 }
 
-// A service without room for a call's descriptors refuses that call, and goes on.
+// A service that has no descriptors left for those of a call refuses that call and goes on.
 TEST_F(HandleTest, NoRoomForDescriptors) {
     startService();
     sp<IEcho> service = echo();
@@ -187,6 +187,36 @@ TEST_F(HandleTest, NoRoomForDescriptors) {
     service->echoHandle(handle, [&](const hidl_handle& back) { count = back->numFds; });
     EXPECT_EQ(count, 3);
     EXPECT_EQ(service->openDescriptors().withDefault(-1), open);
+}
+
+// A client that has no descriptors left for those of a reply gets an error and keeps none of them.
+TEST_F(HandleTest, NoRoomForDescriptorsOfAReply) {
+    startService();
+    sp<IEcho> service = echo();
+    ASSERT_NE(service, nullptr);
+    hidl_handle handle = handleOf({fileWith("a"), fileWith("b"), fileWith("c")}, {});
+    int count = 0;
+    const auto call = [&] {
+        return service->echoHandle(handle, [&](const hidl_handle& back) { count = back->numFds; });
+    };
+    EXPECT_TRUE(call().isOk());
+    EXPECT_EQ(count, 3);
+    const int open = openDescriptors();
+    const int lowestFree = fileWith("");
+    close(lowestFree);
+    rlimit old;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &old), 0);
+    const rlimit oneFree{static_cast<rlim_t>(lowestFree + 1), old.rlim_max};
+    count = 0;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &oneFree), 0);
+    auto result = call();
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &old), 0);
+    EXPECT_FALSE(result.isOk());
+    EXPECT_FALSE(result.isDeadObject());
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(openDescriptors(), open);
+    EXPECT_TRUE(call().isOk());
+    EXPECT_EQ(count, 3);
 }
 
 TEST_F(HandleTest, DebugGetsItsDescriptor) {

@@ -1,13 +1,18 @@
-// The tests' binary, and the roles in which they start it again as another process:
+// The test program. The tests start it again in other processes, with these arguments:
 //   --service THREADS LOG [UID [SETUID]]
-//                                 serves an EchoService until it is killed; its log lines go to
-//                                 LOG; it takes itself for a process of user UID (-1: its own), and
-//                                 becomes one of SETUID
-//   --listener COUNT              adds COUNT listeners, says "ready", keeps them until a line comes
-//   --callers THREADS CALLS       calls from many threads, says how many answers were right
-//   --watched COOKIE              lets the service watch a listener's death, says "ready", waits
-//   --brief                       registers a service, says "registered", ends in order after a
+//                             serves an EchoService until it is killed. Its log lines go to the
+//                             file LOG. It takes itself for a process of user UID (-1: its own),
+//                             and becomes one of user SETUID.
+//   --listener COUNT          adds COUNT listeners, prints "ready", keeps them until it reads a
 //   line
+//   --callers THREADS CALLS   makes CALLS calls from each thread, prints how many had the right
+//   result
+//   --watched COOKIE          lets the service watch a listener's death, prints "ready", ends when
+//   it
+//                             reads a line
+//   --brief                   registers a service, prints "registered", ends in order when it reads
+//   a
+//                             line
 #include <android/log.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -32,7 +37,7 @@ namespace {
 int sLogFile = -1;
 constexpr uid_t kNoUid = static_cast<uid_t>(-1);
 
-void say(const std::string& line) {
+void print(const std::string& line) {
     std::cout << line << std::endl;
 }
 
@@ -48,7 +53,7 @@ int service(int threads, const char* logFile, uid_t ownUid, uid_t realUid) {
     ::android::hardware::configureRpcThreadpool(static_cast<size_t>(threads), true);
     sp<IEcho> echo = new EchoService;
     if (echo->registerAsService() != ::android::OK) return 1;
-    say("ready");
+    print("ready");
     ::android::hardware::joinRpcThreadpool();
 }
 
@@ -57,7 +62,7 @@ int listener(int count) {
     for (int i = 0; i < count; ++i) {
         if (!echo->addListener(new Listener).isOk()) return 1;
     }
-    say("ready");
+    print("ready");
     std::string line;
     std::getline(std::cin, line);
     return 0;
@@ -79,7 +84,7 @@ int callers(int threads, int calls) {
         });
     }
     for (std::thread& thread : running) thread.join();
-    say(std::to_string(right));
+    print(std::to_string(right));
     return 0;
 }
 
@@ -87,7 +92,7 @@ int watched(uint64_t cookie) {
     sp<IEcho> echo = IEcho::getService();
     sp<IListener> listener = new Listener;
     if (!echo->watchDeath(listener, cookie).withDefault(false)) return 1;
-    say("ready");
+    print("ready");
     std::string line;
     std::getline(std::cin, line);
     return 0;
@@ -96,7 +101,7 @@ int watched(uint64_t cookie) {
 int brief() {
     sp<IEcho> service = new EchoService;
     if (service->registerAsService() != ::android::OK) return 1;
-    say("registered");
+    print("registered");
     std::string line;
     std::getline(std::cin, line);
     return 0;

@@ -1,4 +1,4 @@
-// Objects that processes hold of each other: identity, callbacks, nested calls, references.
+// Objects that two processes hold of each other: identity, callbacks, nested calls, references.
 #include <gtest/gtest.h>
 
 #include <condition_variable>
@@ -76,7 +76,7 @@ TEST_F(ObjectTest, CastsFollowTheInterfaceChain) {
     EXPECT_EQ(localLoud, local);
 }
 
-// The service lets go of an object when its client's last reference goes.
+// The service drops an object when its client drops the last reference.
 TEST_F(ObjectTest, ReleasedObjectsEnd) {
     startService();
     sp<IEcho> service = echo();
@@ -90,7 +90,7 @@ TEST_F(ObjectTest, ReleasedObjectsEnd) {
     EXPECT_TRUE(eventually([&] { return service->liveNodes().withDefault(-1) == 0; }));
 }
 
-// And so does the client when the service's last reference goes.
+// The client drops a callback object when the service drops the last reference.
 TEST_F(ObjectTest, ReleasedCallbackEnds) {
     startService();
     sp<IEcho> service = echo();
@@ -103,7 +103,7 @@ TEST_F(ObjectTest, ReleasedCallbackEnds) {
     EXPECT_TRUE(eventually([&] { return watched.promote() == nullptr; }));
 }
 
-// Releases race with the same object being sent again, from many threads.
+// Many threads send and release the same objects at the same time.
 TEST_F(ObjectTest, ReleaseInFlightWhileSentAgain) {
     startService(8);
     sp<IEcho> service = echo();
@@ -136,7 +136,7 @@ TEST_F(ObjectTest, CallbackWhileTheCallIsServed) {
     EXPECT_EQ(listener->events(), std::vector<int32_t>{10});
 }
 
-// Call, callback, call from the callback, and so on: with one thread at either end.
+// A call, a callback, a call from the callback, and so on, with one thread at each end.
 TEST_F(ObjectTest, CallsNestDeeply) {
     startService(1);
     sp<IEcho> service = echo();
@@ -149,7 +149,7 @@ TEST_F(ObjectTest, CallsNestDeeply) {
     EXPECT_EQ(service->number().withDefault(0), 42);
 }
 
-// After its answer a method may still call its caller, which is not waiting any more.
+// A method that has replied may still call its caller, which does not wait any more.
 TEST_F(ObjectTest, CallbackAfterTheAnswer) {
     startService(2);
     sp<IEcho> service = echo();
@@ -173,7 +173,7 @@ TEST_F(ObjectTest, KeptListenersAreCalledLater) {
     EXPECT_TRUE(service->addListener(a).isOk());
     EXPECT_TRUE(service->addListener(b).isOk());
     EXPECT_EQ(service->notifyAll(1).withDefault(0), 2);
-    // From threads that serve nobody: they need the client's pool, which has one thread.
+    // From threads that serve no call: the client's pool serves these, with its one thread.
     EXPECT_EQ(service->notifyTogether(2).withDefault(0), 2);
     EXPECT_EQ(a->events(), (std::vector<int32_t>{1, 2}));
     EXPECT_EQ(b->events(), (std::vector<int32_t>{1, 2}));
@@ -182,7 +182,7 @@ TEST_F(ObjectTest, KeptListenersAreCalledLater) {
     EXPECT_EQ(service->notifyAll(3).withDefault(0), 1);
 }
 
-// Callbacks beyond the client's threads queue: none fails.
+// More callbacks at once than the client has threads: they wait, and none fails.
 TEST_F(ObjectTest, CallbacksQueueForTheClientsThread) {
     startService();
     sp<IEcho> service = echo();
@@ -254,7 +254,7 @@ TEST_F(ObjectTest, TextsBothWaysInACallback) {
     EXPECT_EQ(text, "well?");
 }
 
-// An exception in a callback is the service's error, not the client's end.
+// An exception in a callback fails the service's call, and the client goes on.
 TEST_F(ObjectTest, CallbackThatThrows) {
     LogCapture log;
     startService();

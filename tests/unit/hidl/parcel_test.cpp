@@ -1,4 +1,5 @@
-// Parcels by themselves: what one writes, another reads after it went through a socket.
+// Parcels without calls: what is written to one is read from another after it went through a
+// socket.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -8,7 +9,8 @@
 #include <hidl/Limits.h>
 #include <hwbinder/Parcel.h>
 #include <hwbinder/ParcelContents.h>
-#include <transport/Frame.h>
+#include <transport/FrameReader.h>
+#include <transport/FrameSender.h>
 
 namespace qortv::test {
 namespace {
@@ -32,7 +34,8 @@ class ParcelTest : public ::testing::Test {
         for (int socket : mSockets) close(socket);
     }
 
-    // Sends `from` and receives it as `to`; reasons of a refusal end up in mReason.
+    // Sends `from` and receives it as `to`. Returns false if that fails; mReason tells why it was
+    // not accepted.
     bool pass(const Parcel& from, Parcel* to) {
         wire::FrameHeader header{};
         header.type = wire::FrameType::kCall;
@@ -40,11 +43,10 @@ class ParcelTest : public ::testing::Test {
         if (!measureFrame(contents, &header)) return false;
         if (sendFrame(mSockets[0], header, contents) != SendResult::kSent) return false;
         FrameReader reader(false);
-        ParcelContents* received = ParcelContents::acquire();
-        const bool good =
-                reader.receive(mSockets[1], &header, received, &mReason) == ReceiveResult::kFrame;
-        to->adopt(received);
-        return good;
+        ParcelContentsOwner received = ParcelContents::acquire();
+        const ReceiveResult result = reader.receive(mSockets[1], &header, received.get(), &mReason);
+        to->adopt(std::move(received));
+        return result == ReceiveResult::kFrame;
     }
 
     int mSockets[2];
@@ -136,7 +138,7 @@ struct Outer {
     hidl_vec<uint32_t> numbers;
 };
 
-// What was written embedded is read at its place, with pointers into the message and no ownership.
+// Embedded objects that were read point into the message and own nothing.
 TEST_F(ParcelTest, EmbeddedBuffers) {
     Outer outer{7, "inside", {1, 2, 3}};
     Parcel out;
@@ -163,7 +165,7 @@ TEST_F(ParcelTest, EmbeddedBuffers) {
     EXPECT_EQ(reinterpret_cast<const char*>(&read.numbers)[12], 0);
 }
 
-// Buffers of one place cannot be read at another, nor with another size.
+// A buffer cannot be read in another place than it was written, nor with another size.
 TEST_F(ParcelTest, BuffersKeepTheirPlaceAndSize) {
     auto make = [&](Parcel* in) {
         Outer outer{7, "inside", {}};

@@ -1,4 +1,4 @@
-// Names in the runtime folder.
+// Names of services in the runtime folder.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -79,7 +79,7 @@ TEST_F(RegistryTest, UnusableNames) {
     EXPECT_EQ(log.lines().size(), 2u);
 }
 
-// A service is found under each interface of its chain, and under no other instance.
+// A service is found under each interface of its chain, and under no other instance name.
 TEST_F(RegistryTest, NamesOfTheWholeChain) {
     sp<ILoud> node = new Node(1);
     ASSERT_EQ(node->registerAsService("100% new"), ::android::OK);
@@ -119,7 +119,7 @@ TEST_F(RegistryTest, StaleNameIsReportedAndReplaced) {
     EXPECT_NE(echo(), nullptr);
     ASSERT_EQ(serviceLog().size(), 1u);
     EXPECT_NE(serviceLog()[0].find("replaced"), std::string::npos);
-    // Its socket went with it.
+    // The socket of the dead process has been removed.
     int sockets = 0;
     for (const auto& file : std::filesystem::directory_iterator(mFolder + "/run")) {
         sockets += file.is_socket() && !file.is_symlink();
@@ -151,7 +151,7 @@ TEST_F(RegistryTest, OrderlyEndWithdrawsTheNames) {
     }
 }
 
-// Files that are not ours are left alone and never taken for services.
+// Files that are not the runtime's are neither removed nor taken for services.
 TEST_F(RegistryTest, ForeignFilesInTheFolder) {
     std::ofstream(mFolder + "/run/notes.txt") << "hello";
     std::filesystem::create_symlink("notes.txt", mFolder + "/run/qortv.test@1.0::IEcho%2Fdefault");
@@ -207,7 +207,7 @@ TEST_F(RegistryTest, NotificationsOfNewAndPresentServices) {
     EXPECT_TRUE(eventually([&] { return late->seen().size() == 1; }));
     EXPECT_EQ(late->seen(), std::vector<std::string>{std::string(kName) + " before"});
 
-    // Another process under the same name is another registration.
+    // A new process with the same name is a new registration.
     mService.kill();
     startService();
     EXPECT_TRUE(eventually([&] { return early->seen().size() == 2 && late->seen().size() == 2; }));

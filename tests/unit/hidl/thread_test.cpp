@@ -1,4 +1,4 @@
-// Many callers, few threads.
+// Many callers and few threads.
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -25,13 +25,12 @@ TEST_F(ThreadTest, TwentyClientsWithEightThreads) {
         EXPECT_EQ(client.wait(), 0);
     }
     EXPECT_TRUE(eventually([&] { return service->openDescriptors().withDefault(-1) == before; }));
-    // The bound, and what the sanitizers add to a process.
+    // The limit, and the threads that the sanitizers add to a process.
     EXPECT_LE(service->threads().withDefault(99), 8 + 2);
     EXPECT_EQ(serviceLog(), decltype(serviceLog()){});
 }
 
-// A service has as many threads as it was given: that many callers are inside at once, one more
-// waits.
+// A service with four threads serves four calls at the same time.
 TEST_F(ThreadTest, PoolGrowsToItsBound) {
     startService(4);
     sp<IEcho> service = echo();
@@ -56,7 +55,7 @@ TEST_F(ThreadTest, OneThreadServesEverybodyInTurn) {
     EXPECT_LE(service->threads().withDefault(99), 1 + 2);
 }
 
-// More threads than a session has connections: the rest waits its turn.
+// More calling threads than a session may have connections: the others wait.
 TEST_F(ThreadTest, CallersBeyondTheConnectionsQueue) {
     startService(4);
     sp<IEcho> service = echo();
@@ -84,7 +83,7 @@ TEST_F(ThreadTest, SchedulingWishesAreChecked) {
     EXPECT_FALSE(::android::hardware::setMinSchedulerPolicy(nullptr, SCHED_OTHER, 0));
 }
 
-// Who stops holds his callers up; the log names him, once for each call that waits.
+// A stopped peer delays its callers. The caller's log names it once for each call that waits.
 TEST_F(ThreadTest, AStoppedPeerIsNamed) {
     startService(4);
     sp<IEcho> service = echo();

@@ -1,4 +1,4 @@
-// Calls between two real processes.
+// Calls between two processes.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -106,7 +106,7 @@ TEST_F(TransportTest, VectorsOfAllSizes) {
     EXPECT_EQ(same, 5);
 }
 
-// More buffers than one system call takes.
+// More buffers than one system call can send.
 TEST_F(TransportTest, ThousandsOfTexts) {
     startService();
     sp<IEcho> service = echo();
@@ -178,7 +178,7 @@ TEST_F(TransportTest, SeveralResults) {
     EXPECT_TRUE(called);
 }
 
-// A call or an answer beyond the limit fails, and the next one is as good as ever.
+// A call that is too long fails, and the next one succeeds.
 TEST_F(TransportTest, TooLongCallFailsAlone) {
     startService();
     sp<IEcho> service = echo();
@@ -198,7 +198,7 @@ TEST_F(TransportTest, NullCallbackIsRefusedAtOnce) {
     EXPECT_FALSE(service->echoString("x", nullptr).isOk());
 }
 
-// An implementation that breaks its contract costs its caller an error and the service a log line.
+// If an implementation breaks its contract, its caller gets an error and the service logs a line.
 TEST_F(TransportTest, ImplementationWithoutAnswer) {
     startService();
     sp<IEcho> service = echo();
@@ -233,7 +233,7 @@ TEST_F(TransportTest, ImplementationThatThrows) {
     EXPECT_EQ(serviceLog().size(), 1u);
 }
 
-// Oneway calls return at once and arrive in the order in which they were made.
+// Oneway calls are served in the order in which they were made.
 TEST_F(TransportTest, OnewayCallsKeepTheirOrder) {
     startService(8);
     sp<IEcho> service = echo();
@@ -296,7 +296,7 @@ TEST_F(TransportTest, CallAfterTheServiceDied) {
     EXPECT_EQ(echo()->number().withDefault(0), 42);
 }
 
-// The service ends while a call waits for its answer.
+// The service ends while a call waits for its reply.
 TEST_F(TransportTest, ServiceDiesInTheMiddle) {
     startService();
     sp<IEcho> service = echo();

@@ -1,4 +1,4 @@
-// The types of interfaces: layout, ownership, conversions.
+// The types of HIDL interfaces: layout, ownership, conversions.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -26,7 +26,7 @@ static_assert(sizeof(hidl_handle) == 16 && alignof(hidl_handle) == 8, "wire form
 static_assert(sizeof(hidl_memory) == 40 && alignof(hidl_memory) == 8, "wire format");
 static_assert(sizeof(hidl_array<uint16_t, 3, 2>) == 12, "wire format");
 
-// Sizes and ownership stand where the other side looks for them.
+// Size and ownership are at the offsets where a receiver expects them.
 TEST(TypesTest, FieldsHaveTheirOffsets) {
     const hidl_string text("abc");
     const hidl_vec<uint16_t> vec{1, 2, 3, 4};

@@ -15,13 +15,12 @@ class WakeLocks {
 
     /**
      * Takes or drops the lock `id`. Returns the length of `id`, or a negative errno: that of the
-     * write, and in both places -EINVAL where a lock that nobody holds is dropped.
+     * write to the kernel's file, or -EINVAL for dropping a lock of the table that is not held.
      */
     int acquire(const std::string& id);
     int release(const std::string& id);
 
-    /** The locks in memory, which is where they are if the kernel's file cannot be opened. A set
-     * that has no such file cannot sleep: there the table is all that is left to look at. */
+    /** Returns the locks of the table, which is used if the kernel's file cannot be opened. */
     std::set<std::string> held() const;
 
   private:

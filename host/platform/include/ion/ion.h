@@ -1,7 +1,6 @@
 /**
- * The platform's buffer allocator as its users see it. On Linux a buffer is a memfd: importing
- * checks the descriptor and hands out a number for it; nothing is allocated that a crash could
- * leak.
+ * The platform's buffer allocator. On Linux a buffer is a memfd: importing it only checks the
+ * descriptor, so there is nothing that a crash could leak.
  */
 #pragma once
 

@@ -1,4 +1,4 @@
-// Told when a service is registered.
+// The callback for registrations of services.
 #pragma once
 
 #include <android/hidl/base/1.0/IBase.h>
@@ -6,8 +6,8 @@
 namespace android::hidl::manager::V1_0 {
 
 struct IServiceNotification : public ::android::hidl::base::V1_0::IBase {
-    // Runs on a pool thread. preexisting: the service was there before the notification was asked
-    // for.
+    // Runs on a pool thread. preexisting: the service was registered before the notification was
+    // asked for.
     virtual ::android::hardware::Return<void> onRegistration(
             const ::android::hardware::hidl_string& fqName,
             const ::android::hardware::hidl_string& name, bool preexisting) = 0;

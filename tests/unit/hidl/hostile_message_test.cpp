@@ -1,95 +1,30 @@
-// A peer that breaks the rules loses its session, with one log line; everybody else notices
-// nothing.
+// Messages that break the rules: their sender loses its session, with one log line, and other
+// clients notice nothing.
+#include <cutils/native_handle.h>
 #include <fcntl.h>
-#include <grp.h>
-#include <gtest/gtest.h>
 #include <linux/android/binder.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstring>
+#include <memory>
 #include <random>
 
 #include <hidl/Limits.h>
-#include <transport/Trust.h>
 
-#include "RawClient.h"
-#include "ServiceProcess.h"
+#include "HostileTest.h"
 
 namespace qortv::test {
 namespace {
 
 namespace limits = ::android::hardware::limits;
 
-constexpr char kToken[] = "qortv.test@1.0::IEcho";
-// Methods by their order in IEcho.hal.
-constexpr uint32_t kNumber = 2;
+// Codes of IEcho's methods echoString, echoHandle, and the last one that only returns something.
 constexpr uint32_t kEchoString = 10;
 constexpr uint32_t kEchoHandle = 21;
 constexpr uint32_t kLastEcho = 30;
-
-class HostileTest : public ServiceTest {
-  protected:
-    void SetUp() override {
-        startService();
-        mEcho = echo();
-        ASSERT_NE(mEcho, nullptr);
-        ASSERT_TRUE(mEcho->nothing().isOk());
-        mDescriptors = mEcho->openDescriptors().withDefault(-1);
-    }
-
-    // The service goes on as before, has let go of everything, and wrote so many lines.
-    void expectUnharmed(size_t lines) {
-        EXPECT_EQ(mEcho->number().withDefault(0), 42);
-        int32_t descriptors = 0;
-        eventually([&] {
-            descriptors = mEcho->openDescriptors().withDefault(-1);
-            return descriptors == mDescriptors;
-        });
-        EXPECT_EQ(descriptors, mDescriptors);
-        expectLines(lines);
-    }
-
-    void expectLines(size_t lines) {
-        EXPECT_TRUE(eventually([&] { return serviceLog().size() >= lines; }));
-        EXPECT_EQ(serviceLog().size(), lines) << ::testing::PrintToString(serviceLog());
-    }
-
-    // A client with a session, a connection for calls, and the object's number.
-    void open(RawClient* client) {
-        ASSERT_TRUE(client->openSession());
-        ASSERT_TRUE(client->openCalls());
-        mTarget = client->lookUp();
-        ASSERT_NE(mTarget, 0u);
-    }
-
-    // Sends bytes on a good connection for calls: the session ends for a reason with these words.
-    void expectSessionEnds(const Bytes& bytes, const std::string& words,
-                           const std::vector<int>& fds = {}) {
-        const size_t before = serviceLog().size();
-        RawClient client(mFolder + "/run");
-        open(&client);
-        ASSERT_TRUE(RawClient::send(client.calls(), bytes, fds));
-        EXPECT_TRUE(RawClient::isClosed(client.calls())) << words;
-        EXPECT_TRUE(RawClient::isClosed(client.notices())) << words;
-        client.closeAll();
-        expectUnharmed(before + 1);
-        ASSERT_EQ(serviceLog().size(), before + 1) << words;
-        EXPECT_NE(serviceLog().back().find(words), std::string::npos) << serviceLog().back();
-        EXPECT_NE(serviceLog().back().find(std::to_string(getpid())), std::string::npos);
-    }
-
-    // A call of IEcho::number(), sound.
-    RawFrame number() { return RawFrame::call(mTarget, kNumber, kToken); }
-
-    sp<IEcho> mEcho;
-    uint64_t mTarget = 1;
-    int32_t mDescriptors = 0;
-};
 
 TEST_F(HostileTest, SoundRawCallIsServed) {
     RawClient client(mFolder + "/run");
@@ -110,60 +45,6 @@ TEST_F(HostileTest, SoundRawCallIsServed) {
     expectUnharmed(0);
 }
 
-TEST_F(HostileTest, GarbageInsteadOfAGreeting) {
-    RawClient client(mFolder + "/run");
-    ASSERT_TRUE(client.connectOnly());
-    ASSERT_TRUE(RawClient::send(client.notices(), Bytes(64, 0xa5)));
-    EXPECT_TRUE(RawClient::isClosed(client.notices()));
-    client.closeAll();
-    expectUnharmed(1);
-}
-
-TEST_F(HostileTest, HalfAGreeting) {
-    RawClient client(mFolder + "/run");
-    ASSERT_TRUE(client.connectOnly());
-    ASSERT_TRUE(RawClient::send(client.notices(), Bytes(16, 1)));
-    client.closeAll();
-    expectUnharmed(1);
-}
-
-TEST_F(HostileTest, NoGreetingAtAll) {
-    RawClient client(mFolder + "/run");
-    ASSERT_TRUE(client.connectOnly());
-    client.closeAll();
-    expectUnharmed(0);
-}
-
-// Of a burst that the service comes to late nobody is taken for one that says nothing.
-TEST_F(HostileTest, ManyGreetingsAtOnce) {
-    ASSERT_EQ(::kill(mService.pid(), SIGSTOP), 0);
-    std::vector<std::unique_ptr<RawClient>> clients;
-    for (size_t i = 0; i < 2 * limits::kUnknownConnections; ++i) {
-        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
-        ASSERT_TRUE(clients.back()->connectOnly());
-        ASSERT_TRUE(clients.back()->beginSession());
-    }
-    ASSERT_EQ(::kill(mService.pid(), SIGCONT), 0);
-    for (const auto& client : clients) EXPECT_TRUE(client->isAccepted());
-    clients.clear();
-    expectUnharmed(0);
-}
-
-// Connections that say nothing cannot fill the service up: the oldest go.
-TEST_F(HostileTest, ManyConnectionsWithoutGreeting) {
-    std::vector<std::unique_ptr<RawClient>> clients;
-    for (size_t i = 0; i < limits::kUnknownConnections + 20; ++i) {
-        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
-        ASSERT_TRUE(clients.back()->connectOnly());
-    }
-    for (size_t i = 0; i < 20; ++i) EXPECT_TRUE(RawClient::isClosed(clients[i]->notices()));
-    RawClient good(mFolder + "/run");
-    EXPECT_TRUE(good.openSession());
-    good.closeAll();
-    clients.clear();
-    expectUnharmed(0);
-}
-
 TEST_F(HostileTest, MessageCutOff) {
     RawClient client(mFolder + "/run");
     open(&client);
@@ -178,8 +59,8 @@ TEST_F(HostileTest, MessageCutOff) {
     EXPECT_NE(serviceLog()[0].find("cut off"), std::string::npos);
 }
 
-// More half messages than the service has threads: nobody waits for the other halves, and nothing
-// is lost when they come.
+// There are more half messages than the service has threads. No thread waits for the other halves,
+// and each call is served when its other half comes.
 TEST_F(HostileTest, HalfMessages) {
     constexpr auto kHarmless = std::chrono::milliseconds(limits::kMessageMilliseconds) / 5;
     std::vector<std::unique_ptr<RawClient>> clients;
@@ -261,7 +142,7 @@ TEST_F(HostileTest, BadObjects) {
     expectSessionEnds(frame.bytes(), "outside the data");
     frame.offsets = {4};
     expectSessionEnds(frame.bytes(), "outside the data");
-    frame.offsets = {16};  // in bounds with its type, not with the rest
+    frame.offsets = {16};  // the object's type is inside the data, its end is not
     frame.data.resize(24);
     const uint32_t type = BINDER_TYPE_PTR;
     memcpy(frame.data.data() + 16, &type, sizeof(type));
@@ -300,7 +181,7 @@ TEST_F(HostileTest, BadObjects) {
     expectSessionEnds(frame.bytes(), "does not have");
 }
 
-// Sound as a message, but not what the method takes.
+// Messages that are sound but do not hold the arguments of the method.
 TEST_F(HostileTest, ArgumentsOfAnotherShape) {
     expectSessionEnds(RawFrame::call(mTarget, kEchoString, kToken).bytes(), "no object");
 
@@ -340,7 +221,7 @@ TEST_F(HostileTest, Descriptors) {
     frame.header.descriptorCount = 253;
     expectSessionEnds(frame.bytes(), "belong to no handle", std::vector<int>(253, fd));
 
-    // A handle whose counts lie.
+    // A handle whose counts do not agree with its size.
     frame = RawFrame::call(mTarget, kEchoHandle, kToken);
     frame.addInt(16);
     frame.addInt(0);
@@ -355,8 +236,55 @@ TEST_F(HostileTest, Descriptors) {
     close(fd);
 }
 
+// A message that is sound up to its target: its descriptors go when the session ends.
+TEST_F(HostileTest, DescriptorsForAnUnknownObject) {
+    const int fd = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    RawFrame frame = RawFrame::call(4711, kEchoHandle, kToken);
+    frame.header.descriptorCount = 2;
+    constexpr uint64_t kHandleSize = 20;
+    frame.data.resize((frame.data.size() + 7) & ~size_t{7});
+    frame.addInt(kHandleSize);
+    frame.addInt(0);
+    binder_buffer_object buffer{};
+    buffer.hdr.type = BINDER_TYPE_PTR;
+    buffer.length = kHandleSize;
+    frame.addObject(buffer);
+    binder_fd_array_object array{};
+    array.hdr.type = BINDER_TYPE_FDA;
+    array.num_fds = 2;
+    array.parent_offset = offsetof(native_handle_t, data);
+    frame.addObject(array);
+    frame.buffers.resize(24);
+    expectSessionEnds(frame.bytes(), "object that it does not have", {fd, fd});
+    close(fd);
+}
+
+// The descriptors of half a message are kept for the other half, and closed when the session ends:
+// by the end of that connection, or of another one.
+TEST_F(HostileTest, DescriptorsOfHalfAMessage) {
+    const int fd = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    for (const bool sameConnection : {true, false}) {
+        RawClient client(mFolder + "/run");
+        open(&client);
+        const Bytes call = number().bytes();
+        const auto half = call.begin() + static_cast<ptrdiff_t>(call.size() / 2);
+        ASSERT_TRUE(RawClient::send(client.calls(), Bytes(call.begin(), half), {fd, fd}));
+        const int32_t connections = 2;
+        EXPECT_TRUE(eventually([&] {
+            return mEcho->openDescriptors().withDefault(-1) == mDescriptors + connections + 2;
+        }));
+        const int ended = sameConnection ? client.calls() : client.notices();
+        const int other = sameConnection ? client.notices() : client.calls();
+        shutdown(ended, SHUT_WR);
+        EXPECT_TRUE(RawClient::isClosed(other));
+        client.closeAll();
+        expectUnharmed(1);  // the connection that was cut off is logged, the other one is not
+    }
+    close(fd);
+}
+
 TEST_F(HostileTest, BadNotices) {
-    auto expectEnds = [&](wire::Notice notice, const std::string& words) {
+    const auto expectEnds = [&](wire::Notice notice, const std::string& words) {
         const size_t before = serviceLog().size();
         RawClient client(mFolder + "/run");
         open(&client);
@@ -379,7 +307,8 @@ TEST_F(HostileTest, BadNotices) {
     expectEnds({static_cast<wire::NoticeType>(77), 0, 0}, "makes no sense");
 }
 
-// Wrong token, unknown method, oneway against the declaration: an error and a line, and no more.
+// Wrong token, unknown method, oneway flag against the declaration: the call fails with one log
+// line, and the session goes on.
 TEST_F(HostileTest, MistakesThatKeepTheSession) {
     RawClient client(mFolder + "/run");
     open(&client);
@@ -405,14 +334,14 @@ TEST_F(HostileTest, MistakesThatKeepTheSession) {
     expectUnharmed(3);
 }
 
-// Sessions end, calls fail, memory and descriptors stay: messages with random errors.
+// Messages with random errors: sessions end and calls fail, but no memory or descriptor is leaked.
 TEST_F(HostileTest, RandomMessages) {
     std::mt19937 random(20240229);
     auto round = [&](int count) {
         for (int i = 0; i < count; ++i) {
             RawClient client(mFolder + "/run");
             open(&client);
-            // Methods that take something and end at once.
+            // A method that ends at once.
             RawFrame frame = RawFrame::call(mTarget, 1 + random() % kLastEcho, kToken);
             binder_buffer_object buffer{};
             buffer.hdr.type = BINDER_TYPE_PTR;
@@ -437,124 +366,10 @@ TEST_F(HostileTest, RandomMessages) {
     const uint64_t before = mEcho->allocatedBytes().withDefault(0);
     round(1000);
     const uint64_t after = mEcho->allocatedBytes().withDefault(0);
-    // What threads keep for reuse varies with the sizes they met; leaking sessions would be more
-    // than a thousand bytes each.
+    // The memory that threads keep for reuse varies with the sizes of their messages. A thousand
+    // leaked sessions would take more than a thousand bytes each.
     EXPECT_LT(after, before + 400 * 1024);
     EXPECT_EQ(mEcho->number().withDefault(0), 42);
-}
-
-// Without free descriptors a service answers those it knows, and takes new ones when it has some
-// again.
-TEST_F(HostileTest, OutOfDescriptors) {
-    rlimit old;
-    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, nullptr, &old), 0);
-    const rlimit few{static_cast<rlim_t>(mDescriptors), old.rlim_max};
-    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, &few, nullptr), 0);
-    RawClient client(mFolder + "/run");
-    ASSERT_TRUE(client.connectOnly());
-    EXPECT_TRUE(eventually([&] { return serviceLog().size() == 1; }));
-    for (int i = 0; i < 100; ++i) EXPECT_EQ(mEcho->number().withDefault(0), 42);
-    EXPECT_EQ(serviceLog().size(), 1u);
-    ASSERT_EQ(prlimit(mService.pid(), RLIMIT_NOFILE, &old, nullptr), 0);
-    RawClient next(mFolder + "/run");
-    EXPECT_TRUE(next.openSession());
-    next.closeAll();
-    client.closeAll();
-    expectUnharmed(1);
-}
-
-// Limits of sessions, and of the connections in one: the next is refused, the others go on.
-TEST_F(HostileTest, SessionsUpToTheLimit) {
-    std::vector<std::unique_ptr<RawClient>> clients;
-    // The test's own session is one of them.
-    for (size_t i = 1; i < limits::kSessions; ++i) {
-        clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
-        ASSERT_TRUE(clients.back()->openSession()) << i;
-    }
-    RawClient next(mFolder + "/run");
-    EXPECT_FALSE(next.openSession());
-    expectLines(1);
-    clients.pop_back();
-    EXPECT_TRUE(eventually([&] { return next.openSession(); }));
-    next.closeAll();
-    clients.clear();
-    EXPECT_EQ(mEcho->number().withDefault(0), 42);
-}
-
-TEST_F(HostileTest, ConnectionsUpToTheLimit) {
-    RawClient client(mFolder + "/run");
-    ASSERT_TRUE(client.openSession());
-    std::vector<int> connections;
-    while (client.openCalls()) connections.push_back(client.releaseCalls());
-    EXPECT_EQ(connections.size(), limits::kSessionConnections - 1);
-    expectLines(1);
-    for (int connection : connections) close(connection);
-    client.closeAll();
-    expectUnharmed(1);
-}
-
-// Strangers. As root the test becomes another user; else the service takes itself for one.
-class StrangerTest : public ServiceTest {};
-
-TEST_F(StrangerTest, ServiceRefusesAnotherUser) {
-    const bool root = geteuid() == 0;
-    if (root) {
-        startService();
-        chmod(mFolder.c_str(), 0755);
-        chmod((mFolder + "/run").c_str(), 0755);
-        chmod(RawClient::socketIn(mFolder + "/run").c_str(), 0777);
-    } else {
-        startService(4, {std::to_string(geteuid() + 1)});
-    }
-    const pid_t stranger = fork();
-    if (stranger == 0) {
-        if (root && (setgroups(0, nullptr) != 0 || setgid(65534) != 0 || setuid(65534) != 0)) {
-            _exit(3);
-        }
-        RawClient client(mFolder + "/run");
-        if (!client.connectOnly()) _exit(2);
-        _exit(RawClient::isClosed(client.notices()) ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(stranger, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_TRUE(eventually([&] { return !serviceLog().empty(); }));
-    ASSERT_EQ(serviceLog().size(), 1u);
-    EXPECT_NE(serviceLog()[0].find("not trusted"), std::string::npos);
-    EXPECT_NE(serviceLog()[0].find(root ? "user 65534" : std::to_string(geteuid())),
-              std::string::npos);
-}
-
-// The test's own service is the stranger: as root a process that gave root up, else one that the
-// client takes for a stranger because it takes itself for another user.
-TEST_F(StrangerTest, ClientRefusesAnotherUsersService) {
-    if (geteuid() == 0) {
-        ASSERT_EQ(chown(mFolder.c_str(), 65534, 65534), 0);
-        ASSERT_EQ(chown((mFolder + "/run").c_str(), 65534, 65534), 0);
-        startService(4, {"-1", "65534"});
-    } else {
-        startService();
-        ::android::hardware::transport::setOwnUidForTest(geteuid() + 1);
-    }
-    LogCapture log;
-    EXPECT_EQ(echo(), nullptr);
-    ::android::hardware::transport::setOwnUidForTest(static_cast<uid_t>(-1));
-    ASSERT_EQ(log.lines().size(), 1u);
-    EXPECT_NE(log.lines()[0].find("not trusted"), std::string::npos);
-}
-
-TEST(TrustTest, WhoIsTrusted) {
-    using ::android::hardware::transport::isTrusted;
-    EXPECT_TRUE(isTrusted(1000, 1000, nullptr));
-    EXPECT_TRUE(isTrusted(0, 1000, nullptr));
-    EXPECT_FALSE(isTrusted(1001, 1000, nullptr));
-    EXPECT_FALSE(isTrusted(1001, 0, ""));
-    EXPECT_TRUE(isTrusted(1001, 1000, "1001"));
-    EXPECT_TRUE(isTrusted(1001, 1000, "7, 1001"));
-    EXPECT_TRUE(isTrusted(1001, 1000, "1001,7"));
-    EXPECT_FALSE(isTrusted(1001, 1000, "100,1,10011"));
-    EXPECT_FALSE(isTrusted(1001, 1000, "all"));
-    EXPECT_FALSE(isTrusted(1001, 1000, "1001x"));
 }
 
 }  // namespace
