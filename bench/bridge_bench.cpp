@@ -5,7 +5,7 @@
 #include "log.h"
 #include "middleware/channellist.h"
 #include "ratio.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 
 using vendor::corvanta::tv::qortvapi::V1_0::implementation::QorTvApiChannelListImpl;
 

@@ -17,6 +17,8 @@ function(qortv_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABELS;PREFIX" "SOURCES;LIBRARIES")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main qortv_warnings)
+    qortv_compile_quickly(${name})
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
     gtest_discover_tests(${name} TEST_PREFIX "${arg_PREFIX}" NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
                          PROPERTIES TIMEOUT ${QORTV_TEST_TIMEOUT} LABELS "${arg_LABELS}")
     if("tsan" IN_LIST arg_LABELS)

@@ -1,9 +1,10 @@
-// integration_answering_client: an application that is asked. Its arguments are how it answers:
+// integration_answering_client: an application that the service asks questions. Prints the calls
+// that it receives. Its arguments say how it answers:
 //
 //     android ATTRIBUTE DATA   answers queryAndroid
 //     mime SUPPORTED RESULT    answers isMheg5MimeTypeSupported
 //     silent                   never calls a result callback
-//     dies                     is gone before it answers
+//     dies                     kills itself before it answers
 #include <unistd.h>
 
 #include <csignal>
@@ -14,7 +15,7 @@
 #include <vendor/corvanta/tv/qortvapi/1.0/IQorTvApi.h>
 
 #include "qortv/connect.h"
-#include "recording_client.h"
+#include "support/recording_client.h"
 
 int main(int argc, char** argv) {
     std::vector<std::string> arguments(argv + 1, argv + argc);

@@ -23,7 +23,7 @@
 #include "middleware/svctx.h"
 #include "middleware/wakelock.h"
 #include "startup.h"
-#include "switchboard.h"
+#include "television/switchboard/switchboard.h"
 #include "vendor_tmp.h"
 
 namespace {

@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "middleware/records.h"
-#include "multiplex_plan.h"
+#include "television/generator/multiplex_plan.h"
 #include "qortv/channel_list.h"
 #include "qortv/subscription.h"
-#include "stream_writer.h"
+#include "television/generator/stream_writer.h"
 #include "support.h"
 
 namespace integration {
