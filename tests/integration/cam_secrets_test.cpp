@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -135,8 +136,13 @@ Bytes bissImage(const Bytes& key, uint16_t id) {
     return image;
 }
 
-/** Every method that carries BISS keys carries this one, and then the one that takes its place. */
-void carryBissKeys(const Bytes& key, const Bytes& changed) {
+/**
+ * Every method that carries BISS keys carries this one, and then the one that takes its place.
+ * `hearUpdate` is called after each change and returns once a client has heard of it: of equal
+ * updates that wait at the same time the television sends one.
+ */
+void carryBissKeys(const Bytes& key, const Bytes& changed,
+                   const std::function<void()>& hearUpdate) {
     const auto lists = qortv::connect<IQorTvApiChannelList>();
     uint32_t handle = 0;
     qortv::check(lists->a_hidl_a_qortvapi_bisskey_get_bsl_handle_by_bsl_id(
@@ -153,6 +159,7 @@ void carryBissKeys(const Bytes& key, const Bytes& changed) {
                              }),
                      "set_bsl_rec_info");
         EXPECT_EQ(result, 0) << operation;
+        hearUpdate();
     };
     Bytes read;
     const auto keep = [&](const auto& image, uint32_t, int32_t) { read = image; };
@@ -260,8 +267,13 @@ TEST_F(IntegrationCam, NoSecretIsWrittenAnywhereElse) {
     readPin();
     const Bytes key = {0xA7, 0x5C, 0xE9, 0x3B, 0xD1, 0x68, 0xF2, 0x94};
     const Bytes changed = {0xB6, 0x4D, 0xFA, 0x2C, 0xC0, 0x79, 0xE3, 0x85};
-    carryBissKeys(key, changed);
-    ASSERT_TRUE(eventually([&] { return countOf("notifyBisskeyUpdate", watch->out()) > 2; }));
+    size_t updates = 0;
+    carryBissKeys(key, changed, [&] {
+        ++updates;
+        EXPECT_TRUE(eventually(
+                [&] { return countOf("notifyBisskeyUpdate", watch->out()) >= updates; }));
+    });
+    EXPECT_EQ(updates, 3U);
     Bytes host_key(CI_KEY_SIZE);
     for (size_t i = 0; i < host_key.size(); ++i) host_key[i] = 0x80 | (11 + 37 * i);
     carryHostKey(host_key);

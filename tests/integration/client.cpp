@@ -169,6 +169,7 @@ bool oneLife() {
 int lives(unsigned count) {
     for (unsigned i = 0; i < count; ++i) {
         if (!oneLife()) return 1;
+        say("lived");
     }
     return 0;
 }

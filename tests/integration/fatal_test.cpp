@@ -36,7 +36,9 @@ class IntegrationFatal : public testing::Test {
         mServe = std::make_unique<Process>(
                 std::vector<std::string>{QORTV_SOURCE_DIR "/scripts/serve"}, mEnvironment);
         mWatch = std::make_unique<Process>(
-                std::vector<std::string>{QORTVCTL, "--timeout", "60", "watch"}, mEnvironment);
+                std::vector<std::string>{QORTVCTL, "--timeout", std::to_string(kPatience.count()),
+                                         "watch"},
+                mEnvironment);
         ASSERT_TRUE(eventually([&] { return heard() > 0; })) << mServe->err();
     }
     void TearDown() override {

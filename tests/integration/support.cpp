@@ -234,16 +234,24 @@ size_t Station::descriptors() {
     return static_cast<size_t>(std::distance(begin(open), end(open)));
 }
 
+bool Station::idle() {
+    const std::string folder = "/proc/" + std::to_string(service().pid()) + "/task";
+    for (const auto& thread : std::filesystem::directory_iterator(folder)) {
+        const std::string stat = readFile(thread.path() / "stat");
+        const size_t nameEnd = stat.rfind(") ");
+        if (nameEnd != std::string::npos && stat[nameEnd + 2] != 'S') return false;
+    }
+    return true;
+}
+
 size_t Station::idleDescriptors() {
-    using std::chrono::steady_clock;
     size_t count = descriptors();
     auto since = steady_clock::now();
     const bool quiet = eventually([&] {
-        if (const size_t now = descriptors(); now != count) {
-            count = now;
-            since = steady_clock::now();
-        }
-        return steady_clock::now() - since > std::chrono::milliseconds(500);
+        const size_t now = descriptors();
+        if (now != count || !idle()) since = steady_clock::now();
+        count = now;
+        return steady_clock::now() - since > milliseconds(500);
     });
     if (!quiet) throw std::runtime_error("the service's descriptors come and go");
     return count;

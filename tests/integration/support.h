@@ -136,8 +136,8 @@ class Station {
     bool waitForLog(const std::string& text, size_t times = 1);
     /** Entries of /proc/PID/fd. */
     size_t descriptors();
-    /** descriptors() once it stays the same for half a second: what an idle service keeps open,
-     * without the connections that still come and go at the start. */
+    /** descriptors() of an idle service: once they stay the same for half a second in which none of
+     * its threads has work, so that no connection of the start still comes or goes. */
     size_t idleDescriptors();
     /** VmRSS in KiB. */
     size_t residentKib();
@@ -154,6 +154,9 @@ class Station {
     std::unique_ptr<Process> startViewer(const std::string& role);
 
   private:
+    /** Whether every thread of the service waits for something. */
+    bool idle();
+
     TemporaryFolder mFolder;
     std::unique_ptr<Process> mService;
 };

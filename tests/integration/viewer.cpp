@@ -1,6 +1,7 @@
 // integration_viewer ROLE: one of the applications of a day of television. It begins with the
 // "morning" that another client announces, goes on until the "evening", and counts every
-// notification between the morning and the "night".
+// notification between the morning and the "night". Each round of what its role does ends with a
+// line "round", by which a test sees that the day goes on.
 #include <CLI/CLI.hpp>
 #include <atomic>
 #include <chrono>
@@ -40,7 +41,8 @@ using qortv::check;
 using qortv::valueOf;
 using std::chrono::milliseconds;
 
-constexpr std::chrono::seconds kPatience{60};
+/** Longest wait for one thing that must come: as long as the tests wait for anything. */
+constexpr std::chrono::seconds kPatience{120};
 /** Between two rounds, so that the log of a day stays readable. */
 constexpr milliseconds kPause{10};
 
@@ -406,6 +408,7 @@ int spendTheDay(const std::string& role) {
         ears.waitFor(Hour::kMorning);
         for (; ears.isDay(); ++rounds) {
             round(rounds, diary);
+            say("round");
             std::this_thread::sleep_for(kPause);
         }
     };

@@ -308,7 +308,7 @@ Return<bool> EchoService::meet(int32_t count) {
         mChanged.notify_all();
         return true;
     }
-    if (mChanged.wait_for(lock, std::chrono::seconds(20), [&] { return mMeetings != meeting; })) {
+    if (mChanged.wait_for(lock, kPatience, [&] { return mMeetings != meeting; })) {
         return true;
     }
     --mInside;

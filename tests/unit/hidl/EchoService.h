@@ -5,6 +5,7 @@
 #include <qortv/test/1.0/IEcho.h>
 #include <qortv/test/1.0/ILoud.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -22,6 +23,10 @@ using ::android::hardware::hidl_string;
 using ::android::hardware::hidl_vec;
 using ::android::hardware::Return;
 using ::android::hardware::Void;
+
+// After this time without what it waits for a test takes its peer for hung. Far beyond what a call
+// takes, also with sanitizers on a slow and busy machine: it finds hangs and measures nothing.
+constexpr std::chrono::seconds kPatience{120};
 
 // Returns how many descriptors the process has open at the moment.
 int openDescriptors();

@@ -160,7 +160,8 @@ bool RawClient::receive(int socket, wire::FrameHeader* header, Bytes* rest) {
 
 bool RawClient::isClosed(int socket) {
     pollfd state{socket, POLLIN, 0};
-    if (poll(&state, 1, 20000) != 1) return false;
+    constexpr int kMilliseconds = 120'000;  // far beyond what a slow machine needs
+    if (poll(&state, 1, kMilliseconds) != 1) return false;
     char byte;
     return recv(socket, &byte, 1, 0) <= 0;
 }

@@ -64,6 +64,17 @@ void Child::writeLine(const std::string& line) {
     if (write(mInput, text.data(), text.size()) != static_cast<ssize_t>(text.size())) abort();
 }
 
+void Child::stop() {
+    int status = 0;
+    ASSERT_EQ(::kill(mPid, SIGSTOP), 0);
+    ASSERT_EQ(waitpid(mPid, &status, WUNTRACED), mPid);
+    ASSERT_TRUE(WIFSTOPPED(status));
+}
+
+void Child::goOn() {
+    ASSERT_EQ(::kill(mPid, SIGCONT), 0);
+}
+
 void Child::kill() {
     ::kill(mPid, SIGKILL);
     wait();

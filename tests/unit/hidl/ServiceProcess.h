@@ -14,11 +14,10 @@
 
 namespace qortv::test {
 
-// Waits until `condition` holds. Returns false if it does not within 20 seconds, which is far more
-// than any of the tests needs.
+// Waits until `condition` holds. Returns false if it does not within kPatience.
 template <typename Condition>
 bool eventually(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -41,6 +40,11 @@ class Child {
     std::string readLine();
     // Writes a line to its standard input.
     void writeLine(const std::string& line);
+    // Stops it with SIGSTOP, and waits until all its threads have stopped: some may go on for a
+    // while without that.
+    void stop();
+    // Lets it go on after stop().
+    void goOn();
     // Kills it with SIGKILL, and waits until it is gone.
     void kill();
     // Waits for its end. Returns its exit status, or -1 if a signal ended it.

@@ -40,14 +40,14 @@ TEST_F(HostileTest, NoGreetingAtAll) {
 
 // Clients that connect and greet while the service is stopped are all accepted when it goes on.
 TEST_F(HostileTest, ManyGreetingsAtOnce) {
-    ASSERT_EQ(::kill(mService.pid(), SIGSTOP), 0);
+    ASSERT_NO_FATAL_FAILURE(mService.stop());
     std::vector<std::unique_ptr<RawClient>> clients;
     for (size_t i = 0; i < 2 * limits::kUnknownConnections; ++i) {
         clients.push_back(std::make_unique<RawClient>(mFolder + "/run"));
         ASSERT_TRUE(clients.back()->connectOnly());
         ASSERT_TRUE(clients.back()->beginSession());
     }
-    ASSERT_EQ(::kill(mService.pid(), SIGCONT), 0);
+    mService.goOn();
     for (const auto& client : clients) EXPECT_TRUE(client->isAccepted());
     clients.clear();
     expectUnharmed(0);

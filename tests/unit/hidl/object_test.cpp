@@ -219,7 +219,7 @@ TEST_F(ObjectTest, CallbacksRunSideBySideOnMoreThreads) {
             std::unique_lock<std::mutex> lock(mutex);
             ++inside;
             changed.notify_all();
-            return changed.wait_for(lock, std::chrono::seconds(20), [&] { return inside == 4; });
+            return changed.wait_for(lock, kPatience, [&] { return inside == 4; });
         };
         EXPECT_TRUE(service->addListener(listeners.back()).isOk());
     }

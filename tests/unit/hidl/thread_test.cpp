@@ -1,7 +1,6 @@
 // Many callers and few threads.
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <thread>
 
 #include <hidl/HidlTransportSupport.h>
@@ -90,10 +89,10 @@ TEST_F(ThreadTest, AStoppedPeerIsNamed) {
     ASSERT_NE(service, nullptr);
     ASSERT_EQ(service->number().withDefault(0), 42);
     LogCapture log;
-    ASSERT_EQ(::kill(mService.pid(), SIGSTOP), 0);
+    ASSERT_NO_FATAL_FAILURE(mService.stop());
     std::thread caller([&] { EXPECT_EQ(service->number().withDefault(0), 42); });
     EXPECT_TRUE(eventually([&] { return !log.lines().empty(); }));
-    ASSERT_EQ(::kill(mService.pid(), SIGCONT), 0);
+    mService.goOn();
     caller.join();
     EXPECT_EQ(log.lines(),
               std::vector<std::string>{"Process " + std::to_string(mService.pid()) +

@@ -81,8 +81,8 @@ class ServiceChannelListRequest : public ServiceTest {
     const sp<QorTvApiChannelListImpl> impl;
 };
 
-/** Longest wait for an event that must happen. */
-constexpr std::chrono::seconds kPatience{20};
+/** The longest wait for an event that must happen: it finds hangs and measures nothing. */
+constexpr std::chrono::seconds kPatience{120};
 
 // Reads of a list into shared memory.
 

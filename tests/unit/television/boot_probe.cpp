@@ -11,7 +11,9 @@
 int main() {
     const std::string file = std::string(qortv_vendor_tmp()) + "/tv_api_is_init";
     const char* television = std::getenv("QORTV_TELEVISION");
-    const int patience = television == nullptr ? 30'000 : 200;
+    // Milliseconds. Where no television is to start the wait is short: one that starts is seen by
+    // then.
+    const int patience = television == nullptr ? 120'000 : 200;
     for (int waited = 0; !std::filesystem::exists(file); waited += 5) {
         if (waited > patience) return 99;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));

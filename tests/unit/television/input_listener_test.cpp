@@ -4,9 +4,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <functional>
-#include <thread>
-
+#include "support/eventually.h"
 #include "support/log_capture.h"
 #include "support/television_test.h"
 
@@ -14,15 +12,6 @@ namespace {
 
 using television::InputEvent;
 using television::InputListener;
-
-/** Waits until a condition holds; false after half a minute. */
-bool eventually(const std::function<bool()>& holds) {
-    for (int i = 0; i < 30'000; ++i) {
-        if (holds()) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return false;
-}
 
 class Peer {
   public:

@@ -4,12 +4,12 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <fstream>
 #include <map>
 #include <sstream>
 
 #include "middleware/volctrl.h"
+#include "support/eventually.h"
 #include "support/log_capture.h"
 #include "support/television_test.h"
 #include "television/lists/store.h"
@@ -254,11 +254,12 @@ TEST_F(TelevisionStore, ChangesWhileTheDatabaseIsLockedAreSavedWithALaterOne) {
     EXPECT_EQ(log.size(), 1u);
     television::execute(other.get(), "COMMIT");
     const auto names = number(other, "SELECT count(*) FROM named");
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    for (uint8_t volume = 1; !log.has("saved again"); volume = volume % 2 + 1) {
-        ASSERT_EQ(a_qortvapi_volctrl_setVolume_by_type(VOLCTRL_TYPE_LINE_OUT, volume), TV_OK);
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline);
-    }
+    uint8_t volume = 1;
+    EXPECT_TRUE(eventually([&] {
+        volume = volume % 2 + 1;
+        EXPECT_EQ(a_qortvapi_volctrl_setVolume_by_type(VOLCTRL_TYPE_LINE_OUT, volume), TV_OK);
+        return log.has("saved again");
+    }));
     EXPECT_EQ(log.size(), 2u);
     // At once, not only when the television stops.
     EXPECT_EQ(number(other, "SELECT count(*) FROM favourites"), 2);

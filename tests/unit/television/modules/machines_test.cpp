@@ -1,5 +1,6 @@
 // State machines: upgrades and downloads with their progress; requests to applications.
 #include <fstream>
+#include <future>
 
 #include "middleware/highlevel.h"
 #include "middleware/mheg5.h"
@@ -18,6 +19,27 @@ void upgrade(int32_t type, int32_t state, int32_t percent, void*) {
 void download(int32_t code, void*, const char* info, int32_t percent, uint8_t automatic, int32_t) {
     NotificationLog::instance().add(info, code, {static_cast<uint64_t>(percent), automatic});
 }
+
+/**
+ * Holds the television's thread in the next notification that the log sees, until it is let go:
+ * what goes on in steps stands still meanwhile, however long the test takes.
+ */
+class Hold {
+  public:
+    explicit Hold(EventLog& log) : mLog(log) {
+        log.hook([released = mRelease.get_future().share()](const SeenEvent&) { released.wait(); });
+    }
+    ~Hold() {
+        mLog.hook(nullptr);
+        mRelease.set_value();
+    }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+  private:
+    EventLog& mLog;
+    std::promise<void> mRelease;
+};
 
 class TelevisionMachines : public TelevisionTest {
   protected:
@@ -38,9 +60,12 @@ TEST_F(TelevisionMachines, UpgradeRunsThroughItsStates) {
     EXPECT_EQ(a_qortvapi_upgrade_start_reboot_upgrade(UPGRADE_DELIVERY_FILE_SYS), TV_BUSY);
     EXPECT_EQ(a_qortvapi_upgrade_query_upgrade_result(UPGRADE_DELIVERY_FILE_SYS),
               UPGRADE_RESULT_NONE);
-    ASSERT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_FILE_SYS, "u", "p"),
-              TV_OK);
-    EXPECT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_INTERNET, true), TV_BUSY);
+    {
+        const Hold hold(log);
+        ASSERT_EQ(a_qortvapi_upgrade_start_download_firmware(UPGRADE_DELIVERY_FILE_SYS, "u", "p"),
+                  TV_OK);
+        EXPECT_EQ(a_qortvapi_upgrade_start(UPGRADE_DELIVERY_INTERNET, true), TV_BUSY);
+    }
     const auto seen = log.wait("upgrade", 12);
     for (size_t i = 0; i <= 10; ++i) {
         EXPECT_EQ(seen[i], (SeenNotification{"upgrade",
@@ -118,8 +143,11 @@ TEST_F(TelevisionMachines, StopsWhileAnUpgradeRuns) {
 TEST_F(TelevisionMachines, DownloadGoesStepByStep) {
     a_qortvapi_oad_register_callback(download, nullptr);
     EXPECT_EQ(a_qortvapi_oad_start_download(), TV_BUSY);
-    EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_OK);
-    EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_BUSY);
+    {
+        const Hold hold(log);
+        EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_OK);
+        EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_BUSY);
+    }
     EXPECT_EQ(log.wait("not detected", 1)[0].code, OAD_STATE_NOT_DETECTED);
     EXPECT_EQ(log.seen("detecting").size(), 11u);
 
@@ -130,11 +158,17 @@ TEST_F(TelevisionMachines, DownloadGoesStepByStep) {
     log.wait("detected", 1);
     EXPECT_EQ(a_qortvapi_oad_remind_me_later(), TV_OK);
     EXPECT_EQ(a_qortvapi_oad_get_power_on_status(), OAD_STATE_POSTPONED);
-    EXPECT_EQ(a_qortvapi_oad_start_download(), TV_OK);
-    EXPECT_EQ(a_qortvapi_set_pkg_pathname("other"), TV_BUSY);
+    {
+        const Hold hold(log);
+        EXPECT_EQ(a_qortvapi_oad_start_download(), TV_OK);
+        EXPECT_EQ(a_qortvapi_set_pkg_pathname("other"), TV_BUSY);
+    }
     log.wait("downloaded", 1);
-    EXPECT_EQ(a_qortvapi_oad_start_flash(), TV_OK);
-    EXPECT_EQ(a_qortvapi_oad_accept_restart(), TV_BUSY);
+    {
+        const Hold hold(log);
+        EXPECT_EQ(a_qortvapi_oad_start_flash(), TV_OK);
+        EXPECT_EQ(a_qortvapi_oad_accept_restart(), TV_BUSY);
+    }
     log.wait("flashed", 1);
     EXPECT_EQ(a_qortvapi_oad_accept_restart(), TV_OK);
     EXPECT_EQ(log.wait("restart accepted", 1).size(), 1u);
@@ -152,9 +186,12 @@ TEST_F(TelevisionMachines, DownloadIsStoppedAndGoesOnByItself) {
     a_qortvapi_oad_register_callback(download, nullptr);
     std::ofstream(folder() / "package") << "firmware";
     EXPECT_EQ(a_qortvapi_set_pkg_pathname((folder() / "package").c_str()), TV_OK);
-    EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_OK);
-    EXPECT_EQ(a_qortvapi_oad_stop_download(), TV_BUSY);
-    EXPECT_EQ(a_qortvapi_oad_stop_manual_detect(), TV_OK);
+    {
+        const Hold hold(log);
+        EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_OK);
+        EXPECT_EQ(a_qortvapi_oad_stop_download(), TV_BUSY);
+        EXPECT_EQ(a_qortvapi_oad_stop_manual_detect(), TV_OK);
+    }
     EXPECT_EQ(log.wait("idle", 1)[0].code, OAD_STATE_IDLE);
     EXPECT_EQ(a_qortvapi_oad_set_auto_download(true), TV_OK);
     EXPECT_EQ(a_qortvapi_oad_start_manual_detect(), TV_OK);

@@ -3,8 +3,8 @@
 
 #include <chrono>
 #include <cstring>
-#include <thread>
 
+#include "support/eventually.h"
 #include "support/recording_fixture.h"
 #include "television/recording/recording_sidecar.h"
 
@@ -41,11 +41,8 @@ class TelevisionSchedules : public RecordingTest {
     /** Waits until the schedule at an index is in a state. After a start of the television it may
      * reach the state before a handler is registered, so this does not wait for a notification. */
     static void waitUntil(int32_t index, uint8_t state) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (at(index).ui1_state != state && std::chrono::steady_clock::now() < end) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        EXPECT_EQ(at(index).ui1_state, state);
+        EXPECT_TRUE(eventually([&] { return at(index).ui1_state == state; }))
+                << "state " << int{at(index).ui1_state} << " instead of " << int{state};
     }
     /** Waits until so many notifications that a schedule is in a state have come. */
     void waitFor(uint32_t id, uint64_t state, size_t times = 1) {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "middleware/ci.h"
+#include "support/eventually.h"
 
 /** A UTF-16 text; empty for a null pointer. */
 using CamSeenText = std::optional<std::u16string>;
@@ -53,8 +53,7 @@ class CamLog {
      * fails and the result has the condition -1. */
     CamSeen next() {
         std::unique_lock<std::mutex> lock(mMutex);
-        const bool came = mChanged.wait_for(lock, std::chrono::seconds(30),
-                                            [&] { return mSeen.size() > mTaken; });
+        const bool came = mChanged.wait_for(lock, kPatience, [&] { return mSeen.size() > mTaken; });
         EXPECT_TRUE(came) << "no notification";
         if (!came) {
             CamSeen none;

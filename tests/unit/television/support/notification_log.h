@@ -6,13 +6,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include "support/eventually.h"
 
 /** One call of a handler. */
 struct SeenNotification {
@@ -66,11 +67,11 @@ class NotificationLog {
     }
 
     /** Waits until `count` notifications of a handler (of all handlers when the name is empty) have
-     * come. Returns all that have; fails the test after half a minute. */
+     * come. Returns all that have; fails the test after kPatience. */
     std::vector<SeenNotification> wait(const std::string& handler, size_t count) {
         std::unique_lock<std::mutex> lock(mMutex);
-        const bool good = mChanged.wait_for(lock, std::chrono::seconds(30),
-                                            [&] { return of(handler).size() >= count; });
+        const bool good =
+                mChanged.wait_for(lock, kPatience, [&] { return of(handler).size() >= count; });
         EXPECT_TRUE(good) << "waited for " << count << " notifications of " << handler;
         return of(handler);
     }
