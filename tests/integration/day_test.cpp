@@ -119,6 +119,8 @@ TEST_F(IntegrationDay, EverybodyHearsEverythingAndNothingGrows) {
     RecordProperty("resident_before_kib", static_cast<int>(resident));
     RecordProperty("resident_after_kib", static_cast<int>(mStation.residentKib()));
     announce(Hour::kNight);
+    // Whoever has heard the night has ended, and what everybody was to hear is in the log.
+    for (const auto& [role, viewer] : mViewers) EXPECT_EQ(viewer->wait(), 0) << role;
 
     int sent = 0;
     const auto counts = delivered();
@@ -130,7 +132,6 @@ TEST_F(IntegrationDay, EverybodyHearsEverythingAndNothingGrows) {
     }
     for (const auto& [role, viewer] : mViewers) {
         SCOPED_TRACE(role);
-        EXPECT_EQ(viewer->wait(), 0);
         const std::string out = viewer->out();
         EXPECT_EQ(numberBehind("heard all ", out), sent) << out;
         EXPECT_EQ(numberBehind("heard notifyScan ", out), counts.at("_scan_callback_fct"));

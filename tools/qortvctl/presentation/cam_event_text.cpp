@@ -10,9 +10,10 @@
 
 namespace qortvctl {
 
+using Json = nlohmann::ordered_json;
+
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Lines = std::vector<std::string>;
 using OptionalText = std::optional<std::string>;
 

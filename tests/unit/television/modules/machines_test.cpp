@@ -26,8 +26,8 @@ void download(int32_t code, void*, const char* info, int32_t percent, uint8_t au
  */
 class Hold {
   public:
-    explicit Hold(EventLog& log) : mLog(log) {
-        log.hook([released = mRelease.get_future().share()](const SeenEvent&) { released.wait(); });
+    explicit Hold(NotificationLog& log) : mLog(log) {
+        log.hook([released = mRelease.get_future().share()](const SeenNotification&) { released.wait(); });
     }
     ~Hold() {
         mLog.hook(nullptr);
@@ -37,7 +37,7 @@ class Hold {
     Hold& operator=(const Hold&) = delete;
 
   private:
-    EventLog& mLog;
+    NotificationLog& mLog;
     std::promise<void> mRelease;
 };
 
