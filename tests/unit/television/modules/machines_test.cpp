@@ -27,7 +27,9 @@ void download(int32_t code, void*, const char* info, int32_t percent, uint8_t au
 class Hold {
   public:
     explicit Hold(NotificationLog& log) : mLog(log) {
-        log.hook([released = mRelease.get_future().share()](const SeenNotification&) { released.wait(); });
+        log.hook([released = mRelease.get_future().share()](const SeenNotification&) {
+            released.wait();
+        });
     }
     ~Hold() {
         mLog.hook(nullptr);
