@@ -30,7 +30,7 @@ endif()
 # room.
 option(QORTV_UNITY "Compile the sources of a library together" ON)
 set(CMAKE_UNITY_BUILD ${QORTV_UNITY})
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 if(QORTV_UNITY AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # A class of a source may use its anonymous names, also where the source is included.
     target_compile_options(qortv_warnings INTERFACE -Wno-subobject-linkage)

@@ -81,18 +81,18 @@ void Notifier::makeRoom() {
 }
 
 void Notifier::run(std::chrono::milliseconds tick) {
-    using Clock = std::chrono::steady_clock;
-    auto nextTick = Clock::now() + tick;
+    using SteadyClock = std::chrono::steady_clock;
+    auto nextTick = SteadyClock::now() + tick;
     std::unique_lock<std::mutex> lock(mMutex);
     while (!mStop) {
         const auto next = mLater.empty() ? nextTick : std::min(nextTick, mLater.begin()->first);
         if (mPending.empty()) mChanged.wait_until(lock, next);
         if (mStop) break;
-        while (!mLater.empty() && mLater.begin()->first <= Clock::now()) {
+        while (!mLater.empty() && mLater.begin()->first <= SteadyClock::now()) {
             add(mLater.begin()->second);
             mLater.erase(mLater.begin());
         }
-        const bool due = Clock::now() >= nextTick;
+        const bool due = SteadyClock::now() >= nextTick;
         std::deque<Notification> notifications;
         notifications.swap(mPending);
         lock.unlock();
@@ -101,7 +101,7 @@ void Notifier::run(std::chrono::milliseconds tick) {
             for (const auto& act : mOnTick) act();
             nextTick += tick;
             // When handlers take longer than a tick, the ticks they missed are left out.
-            if (nextTick <= Clock::now()) nextTick = Clock::now() + tick;
+            if (nextTick <= SteadyClock::now()) nextTick = SteadyClock::now() + tick;
         }
         lock.lock();
     }
