@@ -74,6 +74,7 @@ function(hidl_generate out_variable out_dir package root)
         COMPILE_OPTIONS "${HIDL_GENERATED_OPTIONS}"
         COMPILE_DEFINITIONS SCHED_NORMAL=SCHED_OTHER
         OBJECT_DEPENDS ${HIDL_HOST_DIR}/hidl/ForcedFatal.h)
+    qortv_generated(${package} ${headers} ${sources})
     set(${out_variable} ${headers} ${sources} PARENT_SCOPE)
 endfunction()
 

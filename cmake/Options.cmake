@@ -49,3 +49,12 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 find_package(Threads REQUIRED)
+
+# qortv_generated(NAME FILE...): lets the target `generated`, which compiles nothing, make the files,
+# for tools that read the sources.
+add_custom_target(generated)
+function(qortv_generated name)
+    string(MAKE_C_IDENTIFIER generate_${name} target)
+    add_custom_target(${target} DEPENDS ${ARGN})
+    add_dependencies(generated ${target})
+endfunction()
