@@ -23,6 +23,9 @@ namespace integration {
  */
 constexpr std::chrono::seconds kPatience{120};
 
+/** Work of many steps is taken for hung when nothing at all has moved for so long. */
+constexpr std::chrono::seconds kStandstill{30};
+
 /** Whether `condition` came true within `patience`; asks every few milliseconds. For one step. */
 bool eventually(const std::function<bool()>& condition,
                 std::chrono::milliseconds patience = kPatience);
@@ -30,12 +33,11 @@ bool eventually(const std::function<bool()>& condition,
 /**
  * Whether `condition` came true; asks every few milliseconds. For work of many steps: it may take
  * as long as it likes while it moves. `progress` returns a counter of what was done so far, such as
- * lines written or calls heard. The answer is false once that number has stayed the same for
- * `patience`.
+ * lines written or calls heard. Returns false once that number has stayed the same for `patience`.
  */
 bool eventuallyWhileMoving(const std::function<bool()>& condition,
                            const std::function<size_t()>& progress,
-                           std::chrono::milliseconds patience = kPatience);
+                           std::chrono::milliseconds patience = kStandstill);
 
 /** Times that `text` stands in `where`. */
 size_t countOf(const std::string& text, const std::string& where);

@@ -123,8 +123,9 @@ int recordStop(const CommonOptions& common) {
     // A schedule closes its recorder itself, and fails if it finds it closed: ours stay open until
     // then.
     const auto end = steady_clock::now() + kScheduleTimeout;
-    while (!stopped.recorders.empty() && anyScheduleRecords(schedules) && wakeUp.waitUntil(end)) {
-        continue;
+    bool inTime = true;
+    while (inTime && !stopped.recorders.empty() && anyScheduleRecords(schedules)) {
+        inTime = wakeUp.waitUntil(end);
     }
     stopped.recorders.clear();
 
